@@ -8,5 +8,7 @@
 #include "lmtypedesc.h"
 #include "lmtypemgr.h"
 #include "lmcompare.h"
+#include "lmstring.h"
+#include "lmchar.h"
 
 #endif
