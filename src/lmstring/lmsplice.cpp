@@ -173,16 +173,21 @@ void LmStringSplice(LmString& string, const void* source, unsigned char sourceCo
     delete[] converted;
 }
 
+// Buffer bytes for `count` characters converted into a code set, terminator
+// included; a text beyond the byte limit is cut to fit (and reported when asked).
+static unsigned ConvertedBytes(unsigned char toCodeSet, unsigned& count, int line) {
+    const unsigned targetWidth = LmCodeSetWidth(toCodeSet);
+    const unsigned bytes = (count + 1) * targetWidth;
+    if (bytes <= LM_STRING_MAX_BYTES) return bytes;
+    LmStringOverflow(line);
+    count = LM_STRING_MAX_BYTES / targetWidth - 1;
+    return LM_STRING_MAX_BYTES;
+}
+
 unsigned LmStringConvertBuffer(unsigned char fromCodeSet, unsigned char toCodeSet, const void* text,
                                unsigned char*& out) {
     unsigned count = LmStrLen(fromCodeSet, text);
-    const unsigned targetWidth = LmCodeSetWidth(toCodeSet);
-    unsigned bytes = (count + 1) * targetWidth;
-    if (bytes > LM_STRING_MAX_BYTES) {
-        LmStringOverflow(__LINE__);
-        bytes = LM_STRING_MAX_BYTES;
-        count = LM_STRING_MAX_BYTES / targetWidth - 1;
-    }
+    const unsigned bytes = ConvertedBytes(toCodeSet, count, __LINE__);
     out = new unsigned char[bytes]();
     ConvertChars(fromCodeSet, toCodeSet, text, count, out);
     return bytes;
@@ -191,13 +196,7 @@ unsigned LmStringConvertBuffer(unsigned char fromCodeSet, unsigned char toCodeSe
 int LmStringConvertInto(unsigned char fromCodeSet, unsigned char toCodeSet, const void* text, uint16_t n,
                         unsigned char*& buffer, uint16_t& bufferSize) {
     unsigned count = n;
-    const unsigned targetWidth = LmCodeSetWidth(toCodeSet);
-    unsigned bytes = (count + 1) * targetWidth;
-    if (bytes > LM_STRING_MAX_BYTES) {
-        LmStringOverflow(__LINE__);
-        bytes = LM_STRING_MAX_BYTES;
-        count = LM_STRING_MAX_BYTES / targetWidth - 1;
-    }
+    const unsigned bytes = ConvertedBytes(toCodeSet, count, __LINE__);
     if (buffer != nullptr && bufferSize >= bytes) {
         std::memset(buffer, 0, bufferSize);  // no old bytes survive behind the new terminator
     } else {
