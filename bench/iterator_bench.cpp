@@ -35,9 +35,9 @@ void WalkLatin1(benchmark::State& state, const WordList& list, unsigned char lan
         for (const std::string& w : list.latin1) benchmark::DoNotOptimize(WalkOrders(w.c_str(), 1, language, 1));
     }
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * list.latin1Chars));
-    state.counters["ns_per_char"] = benchmark::Counter(
-        static_cast<double>(list.latin1Chars), benchmark::Counter::kIsIterationInvariantRate |
-                                                   benchmark::Counter::kInvert);
+    state.counters["ns_per_char"] =
+        benchmark::Counter(static_cast<double>(list.latin1Chars),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void WalkUtf16(benchmark::State& state, const WordList& list, unsigned char language) {
@@ -50,9 +50,9 @@ void WalkUtf16(benchmark::State& state, const WordList& list, unsigned char lang
             benchmark::DoNotOptimize(WalkOrders(reinterpret_cast<const unsigned short*>(w.data()), 253, language, 8));
     }
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * list.utf16Units));
-    state.counters["ns_per_char"] = benchmark::Counter(
-        static_cast<double>(list.utf16Units), benchmark::Counter::kIsIterationInvariantRate |
-                                                  benchmark::Counter::kInvert);
+    state.counters["ns_per_char"] =
+        benchmark::Counter(static_cast<double>(list.utf16Units),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 // Language 1 is the generic order, 2 German (with its variant records).

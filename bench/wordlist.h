@@ -10,8 +10,8 @@
 #include <vector>
 
 struct WordList {
-    std::vector<std::string> latin1;                 // zero-terminated by std::string
-    std::vector<std::vector<uint16_t>> utf16;        // each closed by a zero unit
+    std::vector<std::string> latin1;           // zero-terminated by std::string
+    std::vector<std::vector<uint16_t>> utf16;  // each closed by a zero unit
     size_t latin1Chars = 0;
     size_t utf16Units = 0;
 };

@@ -38,18 +38,16 @@ void Show(LmTypeMgr& mgr, char id, void* values, unsigned count) {
     const unsigned read = mgr.Load(id, loaded, big.data(), LmFormatBig, count);
     int status = 0;
     const int inMemory = mgr.Cmp(id, 0, values, 0, loaded, 0xFFFF, count, LmFormatMemory, status);
-    std::printf("  loaded %u bytes back; memory compare original vs loaded: %d (status %d)\n", read, inMemory,
-                status);
+    std::printf("  loaded %u bytes back; memory compare original vs loaded: %d (status %d)\n", read, inMemory, status);
 
     // Compare straight on disk images: first the whole images, then with the
     // second operand cut short by one element.
     const unsigned width = size / count;
     const int onDisk = mgr.Cmp(id, size, little.data(), size, little.data(), 0xFFFF, count, LmFormatLittle, status);
     std::printf("  disk compare of the little-endian image with itself: %d (status %d)\n", onDisk, status);
-    const int shortCmp =
-        mgr.Cmp(id, size, big.data(), size - width, big.data(), 0xFFFF, count, LmFormatBig, status);
-    std::printf("  disk compare with the second image %u bytes short: %d (status %d = out of data)\n", width,
-                shortCmp, status);
+    const int shortCmp = mgr.Cmp(id, size, big.data(), size - width, big.data(), 0xFFFF, count, LmFormatBig, status);
+    std::printf("  disk compare with the second image %u bytes short: %d (status %d = out of data)\n", width, shortCmp,
+                status);
 
     // The hash of a value is the same in every form.
     int hs = 0;

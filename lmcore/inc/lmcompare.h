@@ -5,7 +5,7 @@
 
 #include "lmtypedesc.h"
 
-#define LM_CMP_DECL(name) \
+#define LM_CMP_DECL(name)                                                                              \
     LM_EXPORT int name(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, \
                        unsigned short option, unsigned count, int& status)
 

@@ -69,9 +69,9 @@ constexpr int LmTypeCountLegacy = 28;
 // Store format byte. The low nibble names the form; the three high bits are
 // string flags. Scalar code looks only at the low nibble.
 // ---------------------------------------------------------------------------
-constexpr unsigned char LmFormatLittle = 1;   // disk form, least significant byte first
-constexpr unsigned char LmFormatBig = 2;      // disk form, most significant byte first
-constexpr unsigned char LmFormatMemory = 8;   // the in-memory value
+constexpr unsigned char LmFormatLittle = 1;  // disk form, least significant byte first
+constexpr unsigned char LmFormatBig = 2;     // disk form, most significant byte first
+constexpr unsigned char LmFormatMemory = 8;  // the in-memory value
 constexpr unsigned char LM_STRFMT_CODESET_ZERO = 0x20;
 constexpr unsigned char LM_STRFMT_CODESET_NATIVE = 0x40;
 constexpr unsigned char LM_STRFMT_ORDER = 0x80;

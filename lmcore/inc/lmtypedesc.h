@@ -11,13 +11,13 @@ struct LmEvalData;
 
 // The pair of keys of an index range, and the bounds an evaluation produces.
 struct LmIdxBounds {
-    void* lower;             // lowest key in disk form, or null for none
-    void* upper;             // highest key in disk form, or null for none
-    uint8_t lowerLen;        // byte length of the key behind lower
-    uint8_t upperLen;        // byte length of the key behind upper
-    uint16_t lowerFlags;     // caller's flag word of the lower key
-    uint16_t upperFlags;     // caller's flag word of the upper key
-    uint8_t keyCapacity;     // least size of a key buffer of this index
+    void* lower;          // lowest key in disk form, or null for none
+    void* upper;          // highest key in disk form, or null for none
+    uint8_t lowerLen;     // byte length of the key behind lower
+    uint8_t upperLen;     // byte length of the key behind upper
+    uint16_t lowerFlags;  // caller's flag word of the lower key
+    uint16_t upperFlags;  // caller's flag word of the upper key
+    uint8_t keyCapacity;  // least size of a key buffer of this index
 };
 
 // The one comparison shape: -1, 0 or 1 (some memory forms answer a signed
@@ -31,13 +31,11 @@ typedef void* (*LmTypeDeleteFunc)(void* value, unsigned count);
 typedef unsigned (*LmTypeStoreFunc)(void* dest, const void* src, unsigned char format, unsigned count);
 typedef unsigned (*LmTypeLoadFunc)(void* dest, const void* src, unsigned char format, unsigned count);
 typedef unsigned (*LmTypeNullSizeGetFunc)(unsigned count);
-typedef unsigned (*LmTypeSizeGetFunc)(const void* value, unsigned char valueForm, unsigned char format,
-                                      unsigned count);
+typedef unsigned (*LmTypeSizeGetFunc)(const void* value, unsigned char valueForm, unsigned char format, unsigned count);
 typedef unsigned (*LmTypeSizeGetFromMemFileFunc)(MemFile* file, unsigned char format, unsigned count);
-typedef float (*LmTypeEvalAndBoundFunc)(LmIdxBounds* bounds, unsigned short& flags, void* value,
-                                        unsigned char format, unsigned count, LmIdxBounds* limits);
-typedef unsigned (*LmTypeHashFunc)(unsigned char format, unsigned len, void* value, unsigned count,
-                                   int& status);
+typedef float (*LmTypeEvalAndBoundFunc)(LmIdxBounds* bounds, unsigned short& flags, void* value, unsigned char format,
+                                        unsigned count, LmIdxBounds* limits);
+typedef unsigned (*LmTypeHashFunc)(unsigned char format, unsigned len, void* value, unsigned count, int& status);
 typedef LmTypeConvertData* (*LmTypeConvertToFunc)(void* value, unsigned count);
 typedef void* (*LmTypeConvertFromFunc)(LmTypeConvertData* data, unsigned count);
 typedef void (*LmTypeConstructorFunc)(void* array, unsigned count, unsigned unused);
@@ -76,7 +74,7 @@ struct LmTypeDesc {
     LmTypeCopyFunc Copy;
     LmTypeTranslateFunc Translate;
     LmTypeIsNullFunc IsNullValue;
-    LmTypeSetNullFunc SetNullValue;     // may be empty
+    LmTypeSetNullFunc SetNullValue;  // may be empty
     const char* exchangeFormat;
     LmTypePrintFunc PrintToString;
     LmTypeScanFunc ScanFromString;
@@ -84,7 +82,7 @@ struct LmTypeDesc {
     uint16_t fixed;
     LmTypeDefaultValueFunc DefaultValue;
     LmTypeGetValueFunc GetValue;
-    void* reserved;                     // always null
+    void* reserved;  // always null
 };
 
 // The table of factory levels 4 and up (47 rows) and of levels below 4 (28 rows,

@@ -47,13 +47,12 @@ public:
     unsigned DiskLenGetFromMemFile(char id, MemFile* file, unsigned char format, unsigned count) const {
         return Desc(id)->SizeGetFromMemFile(file, format, count);
     }
-    int Cmp(char id, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short option,
-            unsigned count, unsigned char format, int& status) const {
+    int Cmp(char id, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short option, unsigned count,
+            unsigned char format, int& status) const {
         return Desc(id)->Cmp(format, len1, value1, len2, value2, option, count, status);
     }
     // Short form: exact bounds (both lengths 0) and a status of its own, dropped.
-    int Cmp(char id, void* value1, void* value2, unsigned short option, unsigned count,
-            unsigned char format) const {
+    int Cmp(char id, void* value1, void* value2, unsigned short option, unsigned count, unsigned char format) const {
         int status = 0;
         return Desc(id)->Cmp(format, 0, value1, 0, value2, option, count, status);
     }
@@ -139,11 +138,10 @@ LM_EXPORT int& ___LmTypeMgrOptions();
 // The default manager in force; a non-null argument replaces it first.
 LM_EXPORT LmTypeMgr* DefaultTypeMgr(LmTypeMgr* mgr);
 LM_EXPORT int LmCheckDll(int flags);
-LM_EXPORT const char* LmDescribeDll(unsigned* major, unsigned* minor, unsigned* patch, unsigned* build,
-                                    unsigned* extra, const char** module, const char** buildDateTime,
-                                    const char** unknown, unsigned* serial, const char** buildTag,
-                                    const char** empty);
-LM_EXPORT void GetLmTypeMgrInfo(const char** buildTag, unsigned* serial, const char** banner,
-                                const char** buildDate, const char** module);
+LM_EXPORT const char* LmDescribeDll(unsigned* major, unsigned* minor, unsigned* patch, unsigned* build, unsigned* extra,
+                                    const char** module, const char** buildDateTime, const char** unknown,
+                                    unsigned* serial, const char** buildTag, const char** empty);
+LM_EXPORT void GetLmTypeMgrInfo(const char** buildTag, unsigned* serial, const char** banner, const char** buildDate,
+                                const char** module);
 
 #endif

@@ -2,13 +2,13 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
-#include "lumobase.h"
-#include "lumoi18n.h"
+#include "lmchar.h"
+#include "lmcompare.h"
 #include "lmdefs.h"
+#include "lmstring.h"
 #include "lmtypedesc.h"
 #include "lmtypemgr.h"
-#include "lmcompare.h"
-#include "lmstring.h"
-#include "lmchar.h"
+#include "lumobase.h"
+#include "lumoi18n.h"
 
 #endif

@@ -11,9 +11,7 @@ unsigned IllegalSizeGet(const void*, unsigned char, unsigned char, unsigned) { r
 unsigned IllegalSizeGetFromMemFile(MemFile*, unsigned char, unsigned) { return 0; }
 // Leaves status as it was: the caller's variable tells nothing new.
 int IllegalCompare(unsigned char, unsigned, void*, unsigned, void*, unsigned short, unsigned, int&) { return 0; }
-float IllegalEvalAndBound(LmIdxBounds*, unsigned short&, void*, unsigned char, unsigned, LmIdxBounds*) {
-    return 0.0f;
-}
+float IllegalEvalAndBound(LmIdxBounds*, unsigned short&, void*, unsigned char, unsigned, LmIdxBounds*) { return 0.0f; }
 unsigned IllegalHash(unsigned char, unsigned, void*, unsigned, int&) { return 0; }
 LmTypeConvertData* IllegalConvertTo(void*, unsigned) { return nullptr; }
 void* IllegalConvertFrom(LmTypeConvertData*, unsigned) { return nullptr; }
@@ -38,8 +36,7 @@ constinit LmTypeDesc LmDesc_LmObjId = IllegalRow("LmObjId", "LmOBJID_T", 12, 1, 
 constinit LmTypeDesc LmDesc_LmClassId = IllegalRow("LmClassId", "LmCLID_T", 4, 1, "(%Cv%V)");
 constinit LmTypeDesc LmDesc_LmRef = IllegalRow("LmRef", "LmREF_T", 16, 1, "(%D:%H-%L#%B, %C)");
 constinit LmTypeDesc LmDesc_LmBlob = IllegalRow("LmBlob", "LmBLOB_T", 8, 0, "[BLOB,len=%L]");
-constinit LmTypeDesc LmDesc_LmDateTime =
-    IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
+constinit LmTypeDesc LmDesc_LmDateTime = IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
 constinit LmTypeDesc LmDesc_LmIString = IllegalRow("LmIString", "LmISTRING_T", 16, 0, "%s");
 constinit LmTypeDesc LmDesc_LmCaseIString = IllegalRow("LmCaseIString", "LmCASEISTRING_T", 16, 0, "%s");
 constinit LmTypeDesc LmDesc_d_Date = IllegalRow("d_Date", "D_DATE_T", 4, 1, "%a %b %e");

@@ -15,15 +15,15 @@ unsigned IllegalSizeGet(const void* value, unsigned char valueForm, unsigned cha
 unsigned IllegalSizeGetFromMemFile(MemFile* file, unsigned char format, unsigned count);
 int IllegalCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
                    unsigned short option, unsigned count, int& status);
-float IllegalEvalAndBound(LmIdxBounds* bounds, unsigned short& flags, void* value, unsigned char format,
-                          unsigned count, LmIdxBounds* limits);
+float IllegalEvalAndBound(LmIdxBounds* bounds, unsigned short& flags, void* value, unsigned char format, unsigned count,
+                          LmIdxBounds* limits);
 unsigned IllegalHash(unsigned char format, unsigned len, void* value, unsigned count, int& status);
 LmTypeConvertData* IllegalConvertTo(void* value, unsigned count);
 void* IllegalConvertFrom(LmTypeConvertData* data, unsigned count);
 void IllegalConstructor(void* array, unsigned count, unsigned unused);
 void IllegalAssignment(void* dest, void* src, unsigned count, int broadcast);
-unsigned IllegalTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src,
-                          unsigned char srcFormat, unsigned srcLen, unsigned count);
+unsigned IllegalTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src, unsigned char srcFormat,
+                          unsigned srcLen, unsigned count);
 LmString& IllegalPrintToString(LmString& out, void* value, const char* format, unsigned count);
 void* IllegalScanFromString(void* value, LmString& text, const char* format, unsigned count);
 void* IllegalDefaultValue(unsigned count, int asNull);
@@ -37,19 +37,42 @@ int RefuseGetValue(void* value, unsigned len, unsigned char format, unsigned cha
 // memory length, fixed flag and exchange format, until the type's handlers come.
 constexpr LmTypeDesc IllegalRow(const char* name, const char* idName, uint16_t memLen, uint16_t fixed,
                                 const char* exchangeFormat) {
-    return LmTypeDesc{name, idName, IllegalCreate, IllegalDelete, IllegalStore, IllegalStore,
-                      IllegalNullSizeGet, IllegalSizeGet, IllegalSizeGetFromMemFile, IllegalCompare,
-                      IllegalEvalAndBound, IllegalHash, IllegalConvertTo, IllegalConvertFrom,
-                      IllegalConstructor, IllegalConstructor, IllegalAssignment, IllegalAssignment,
-                      IllegalTranslate, NeverNullValue, nullptr, exchangeFormat, IllegalPrintToString,
-                      IllegalScanFromString, memLen, fixed, IllegalDefaultValue, RefuseGetValue, nullptr};
+    return LmTypeDesc{name,
+                      idName,
+                      IllegalCreate,
+                      IllegalDelete,
+                      IllegalStore,
+                      IllegalStore,
+                      IllegalNullSizeGet,
+                      IllegalSizeGet,
+                      IllegalSizeGetFromMemFile,
+                      IllegalCompare,
+                      IllegalEvalAndBound,
+                      IllegalHash,
+                      IllegalConvertTo,
+                      IllegalConvertFrom,
+                      IllegalConstructor,
+                      IllegalConstructor,
+                      IllegalAssignment,
+                      IllegalAssignment,
+                      IllegalTranslate,
+                      NeverNullValue,
+                      nullptr,
+                      exchangeFormat,
+                      IllegalPrintToString,
+                      IllegalScanFromString,
+                      memLen,
+                      fixed,
+                      IllegalDefaultValue,
+                      RefuseGetValue,
+                      nullptr};
 }
 
 // ---- The Translate shape shared by the plain numbers and the small value
 // classes. Bit 3 of a format (value 8) marks the memory form. ----
 template <unsigned Width, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn, typename CopyElements>
-unsigned TranslateByForm(void* dest, unsigned char destFormat, unsigned destLen, void* src,
-                         unsigned char srcFormat, unsigned srcLen, unsigned count, CopyElements copy) {
+unsigned TranslateByForm(void* dest, unsigned char destFormat, unsigned destLen, void* src, unsigned char srcFormat,
+                         unsigned srcLen, unsigned count, CopyElements copy) {
     const bool destMemory = (destFormat & 8) != 0;
     const bool srcMemory = (srcFormat & 8) != 0;
     if (!destMemory && srcMemory) return StoreFn(dest, src, static_cast<unsigned char>(destFormat & 15), count);
@@ -66,18 +89,15 @@ unsigned TranslateByForm(void* dest, unsigned char destFormat, unsigned destLen,
 }
 
 // ---- Descriptor records. ----
-extern LmTypeDesc LmDesc_o_char, LmDesc_o_2b, LmDesc_o_4b, LmDesc_o_double, LmDesc_o_float, LmDesc_o_u2b,
-    LmDesc_o_u4b, LmDesc_int, LmDesc_unsigned, LmDesc_enum, LmDesc_o_u1b, LmDesc_BlockId, LmDesc_o_8b,
-    LmDesc_o_u8b;
+extern LmTypeDesc LmDesc_o_char, LmDesc_o_2b, LmDesc_o_4b, LmDesc_o_double, LmDesc_o_float, LmDesc_o_u2b, LmDesc_o_u4b,
+    LmDesc_int, LmDesc_unsigned, LmDesc_enum, LmDesc_o_u1b, LmDesc_BlockId, LmDesc_o_8b, LmDesc_o_u8b;
 extern LmTypeDesc LmDesc_LmString, LmDesc_LmStringLegacy, LmDesc_LmDate, LmDesc_LmTime, LmDesc_LmObjId,
     LmDesc_LmClassId, LmDesc_LmRef, LmDesc_LmBlob, LmDesc_LmDateTime, LmDesc_LmIString, LmDesc_LmCaseIString,
     LmDesc_d_Date, LmDesc_d_Time, LmDesc_d_Timestamp, LmDesc_d_Interval, LmDesc_LmInt64, LmDesc_LmBoolean;
-extern LmTypeDesc LmDesc_LmNull_char, LmDesc_LmNull_uchar, LmDesc_LmNull_short, LmDesc_LmNull_ushort,
-    LmDesc_LmNull_int, LmDesc_LmNull_unsigned, LmDesc_LmNull_long, LmDesc_LmNull_ulong, LmDesc_LmNull_float,
-    LmDesc_LmNull_double, LmDesc_LmNull_LmInt64, LmDesc_LmNull_8b, LmDesc_LmNull_u8b;
+extern LmTypeDesc LmDesc_LmNull_char, LmDesc_LmNull_uchar, LmDesc_LmNull_short, LmDesc_LmNull_ushort, LmDesc_LmNull_int,
+    LmDesc_LmNull_unsigned, LmDesc_LmNull_long, LmDesc_LmNull_ulong, LmDesc_LmNull_float, LmDesc_LmNull_double,
+    LmDesc_LmNull_LmInt64, LmDesc_LmNull_8b, LmDesc_LmNull_u8b;
 extern LmTypeDesc LmDesc_LmSeal, LmDesc_LmDateTimeN, LmDesc_LmTimeSpan, LmDesc_illegal;
-
-
 
 // ---- Hash slots of the plain numbers. ----
 unsigned CharHash(unsigned char format, unsigned len, void* value, unsigned count, int& status);

@@ -18,8 +18,10 @@ void* ScalarCreate(unsigned count) {
     void* p = ::operator new(static_cast<size_t>(bytes));
     if constexpr (sizeof(T) == 1) {
         // Only the byte types start cleared; one element by a single store.
-        if (count == 1) *static_cast<T*>(p) = 0;
-        else if (count != 0) std::memset(p, 0, count);
+        if (count == 1)
+            *static_cast<T*>(p) = 0;
+        else if (count != 0)
+            std::memset(p, 0, count);
     }
     return p;
 }
@@ -31,8 +33,10 @@ void* ScalarDelete(void* value, unsigned) {
 
 template <typename T>
 void ScalarConstructor(void* array, unsigned count, unsigned) {
-    if (count == 1) *static_cast<T*>(array) = 0;
-    else if (count != 0) std::memset(array, 0, static_cast<size_t>(count) * sizeof(T));
+    if (count == 1)
+        *static_cast<T*>(array) = 0;
+    else if (count != 0)
+        std::memset(array, 0, static_cast<size_t>(count) * sizeof(T));
 }
 
 void ScalarDestructor(void*, unsigned, unsigned) {}
@@ -52,8 +56,8 @@ void ScalarAssignment(void* dest, void* src, unsigned count, int broadcast) {
 }
 
 template <typename T, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn>
-unsigned ScalarTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src,
-                         unsigned char srcFormat, unsigned srcLen, unsigned count) {
+unsigned ScalarTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src, unsigned char srcFormat,
+                         unsigned srcLen, unsigned count) {
     return TranslateByForm<sizeof(T), StoreFn, LoadFn>(
         dest, destFormat, destLen, src, srcFormat, srcLen, count,
         [](void* d, const void* s, unsigned n) { ScalarAssignment<T>(d, const_cast<void*>(s), n, 0); });
@@ -82,12 +86,35 @@ constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char*
                                LmTypeNullSizeGetFunc nullSizeGet, LmTypeSizeGetFunc sizeGet,
                                LmTypeSizeGetFromMemFileFunc sizeGetFromMemFile, LmTypeCmpFunc cmp,
                                LmTypeHashFunc hash) {
-    return LmTypeDesc{name, idName, ScalarCreate<T>, ScalarDelete, StoreFn, LoadFn, nullSizeGet, sizeGet,
-                      sizeGetFromMemFile, cmp, IllegalEvalAndBound, hash, IllegalConvertTo, IllegalConvertFrom,
-                      ScalarConstructor<T>, ScalarDestructor, ScalarAssignment<T>, ScalarAssignment<T>,
-                      ScalarTranslate<T, StoreFn, LoadFn>, NeverNullValue, nullptr, exchangeFormat,
-                      IllegalPrintToString, IllegalScanFromString, static_cast<uint16_t>(sizeof(T)), 1,
-                      IllegalDefaultValue, RefuseGetValue, nullptr};
+    return LmTypeDesc{name,
+                      idName,
+                      ScalarCreate<T>,
+                      ScalarDelete,
+                      StoreFn,
+                      LoadFn,
+                      nullSizeGet,
+                      sizeGet,
+                      sizeGetFromMemFile,
+                      cmp,
+                      IllegalEvalAndBound,
+                      hash,
+                      IllegalConvertTo,
+                      IllegalConvertFrom,
+                      ScalarConstructor<T>,
+                      ScalarDestructor,
+                      ScalarAssignment<T>,
+                      ScalarAssignment<T>,
+                      ScalarTranslate<T, StoreFn, LoadFn>,
+                      NeverNullValue,
+                      nullptr,
+                      exchangeFormat,
+                      IllegalPrintToString,
+                      IllegalScanFromString,
+                      static_cast<uint16_t>(sizeof(T)),
+                      1,
+                      IllegalDefaultValue,
+                      RefuseGetValue,
+                      nullptr};
 }
 
 }  // namespace
@@ -105,8 +132,7 @@ constinit LmTypeDesc LmDesc_o_4b = ScalarRow<int32_t, LongStore, LongStore>(
 constinit LmTypeDesc LmDesc_o_u4b = ScalarRow<uint32_t, LongStore, LongStore>(
     "o_u4b", "LmU4B_T", "%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash);
 constinit LmTypeDesc LmDesc_BlockId = ScalarRow<uint32_t, LongStore, LongStore>(
-    "BlockId", "LmBLOCKID_T", "#%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare,
-    LongHash);
+    "BlockId", "LmBLOCKID_T", "#%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash);
 constinit LmTypeDesc LmDesc_int = ScalarRow<int32_t, IntStore, IntLoad>(
     "int", "LmINT_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash);
 constinit LmTypeDesc LmDesc_enum = ScalarRow<int32_t, IntStore, IntLoad>(
@@ -114,11 +140,10 @@ constinit LmTypeDesc LmDesc_enum = ScalarRow<int32_t, IntStore, IntLoad>(
 constinit LmTypeDesc LmDesc_unsigned = ScalarRow<uint32_t, UnsignedStore, UnsignedLoad>(
     "unsigned", "LmUNSIGNED_T", "%u", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, UnsignedCompare, IntHash);
 constinit LmTypeDesc LmDesc_o_float = ScalarRow<float, FloatStore, FloatStore>(
-    "o_float", "LmFLOAT_T", "%.17g", FloatNullSizeGet, FloatSizeGet, FloatSizeGetFromMemFile, FloatCompare,
-    FloatHash);
-constinit LmTypeDesc LmDesc_o_double = ScalarRow<double, DoubleStore, DoubleStore>(
-    "o_double", "LmDOUBLE_T", "%.17g", DoubleNullSizeGet, DoubleSizeGet, DoubleSizeGetFromMemFile, DoubleCompare,
-    DoubleHash);
+    "o_float", "LmFLOAT_T", "%.17g", FloatNullSizeGet, FloatSizeGet, FloatSizeGetFromMemFile, FloatCompare, FloatHash);
+constinit LmTypeDesc LmDesc_o_double =
+    ScalarRow<double, DoubleStore, DoubleStore>("o_double", "LmDOUBLE_T", "%.17g", DoubleNullSizeGet, DoubleSizeGet,
+                                                DoubleSizeGetFromMemFile, DoubleCompare, DoubleHash);
 constinit LmTypeDesc LmDesc_o_8b = ScalarRow<int64_t, O_8BStore, O_8BStore>(
     "o_8b", "Lm8B_T", "%I64d", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_8BCompare, O_8BHash);
 constinit LmTypeDesc LmDesc_o_u8b = ScalarRow<uint64_t, O_8BStore, O_8BStore>(

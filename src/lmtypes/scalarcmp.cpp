@@ -58,8 +58,8 @@ inline double DoubleOther(const unsigned char* p, unsigned char format) {
 // One compare slot: T is the element as ordered, Raw the bits read. The direct
 // loop makes no call per element.
 template <typename T, typename Raw, Raw (*Other)(const unsigned char*, unsigned char), typename OrderFn>
-inline int CompareScalar(size_t width, unsigned char format, unsigned len1, void* value1, unsigned len2,
-                         void* value2, unsigned count, int& status, OrderFn order) {
+inline int CompareScalar(size_t width, unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
+                         unsigned count, int& status, OrderFn order) {
     if (DirectForm(format)) {
         return CompareLoop(width, len1, value1, len2, value2, count, status,
                            [order](const unsigned char* a, const unsigned char* b) {
@@ -88,15 +88,16 @@ int LmFloatRank(double value) noexcept {
 }
 
 // The byte types never look at the format.
-int CharCompare(unsigned char, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,
-                unsigned count, int& status) {
-    return CompareLoop(1, len1, value1, len2, value2, count, status, [](const unsigned char* a, const unsigned char* b) {
-        return Order(static_cast<int8_t>(*a), static_cast<int8_t>(*b));
-    });
+int CharCompare(unsigned char, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short, unsigned count,
+                int& status) {
+    return CompareLoop(1, len1, value1, len2, value2, count, status,
+                       [](const unsigned char* a, const unsigned char* b) {
+                           return Order(static_cast<int8_t>(*a), static_cast<int8_t>(*b));
+                       });
 }
 
-int ByteCompare(unsigned char, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,
-                unsigned count, int& status) {
+int ByteCompare(unsigned char, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short, unsigned count,
+                int& status) {
     return CompareLoop(1, len1, value1, len2, value2, count, status,
                        [](const unsigned char* a, const unsigned char* b) { return Order(*a, *b); });
 }
@@ -140,8 +141,8 @@ int IntCompare(unsigned char format, unsigned len1, void* value1, unsigned len2,
 }
 
 // Read through IntLoad like int (not UnsignedLoad), then ordered unsigned.
-int UnsignedCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
-                    unsigned short, unsigned count, int& status) {
+int UnsignedCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,
+                    unsigned count, int& status) {
     return CompareScalar<uint32_t, uint32_t, IntOther>(IntWidth(format), format, len1, value1, len2, value2, count,
                                                        status, kOrderSigned);
 }
@@ -160,8 +161,7 @@ int O_U8BCompare(unsigned char format, unsigned len1, void* value1, unsigned len
 
 int FloatCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,
                  unsigned count, int& status) {
-    return CompareScalar<float, float, FloatOther>(4, format, len1, value1, len2, value2, count, status,
-                                                   kOrderFloat);
+    return CompareScalar<float, float, FloatOther>(4, format, len1, value1, len2, value2, count, status, kOrderFloat);
 }
 
 int DoubleCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,

@@ -68,8 +68,7 @@ inline int CompareLoop(size_t width, unsigned len1, const void* value1, unsigned
 // The element loop of every hash slot: XOR of the element words, multiplied once
 // at the end, so the hash does not depend on the order of the elements.
 template <typename ElementWord>
-inline unsigned HashLoop(size_t width, unsigned len, const void* value, unsigned count, int& status,
-                         ElementWord word) {
+inline unsigned HashLoop(size_t width, unsigned len, const void* value, unsigned count, int& status, ElementWord word) {
     status = LM_OK;
     if (count == 0) return 0;
     const size_t end = len != 0 ? len : static_cast<size_t>(count) * width;

@@ -13,29 +13,26 @@
 #endif
 
 LmTypeDesc* LmTypeTableCurrent[LmTypeCountCurrent] = {
-    &LmDesc_o_char,       &LmDesc_o_2b,          &LmDesc_o_4b,          &LmDesc_o_double,
-    &LmDesc_o_float,      &LmDesc_o_u2b,         &LmDesc_o_u4b,         &LmDesc_int,
-    &LmDesc_unsigned,     &LmDesc_enum,          &LmDesc_o_u1b,         &LmDesc_LmString,
-    &LmDesc_LmDate,       &LmDesc_LmTime,        &LmDesc_BlockId,       &LmDesc_LmObjId,
-    &LmDesc_LmClassId,    &LmDesc_LmRef,         &LmDesc_LmBlob,        &LmDesc_LmDateTime,
-    &LmDesc_LmIString,    &LmDesc_LmCaseIString, &LmDesc_d_Date,        &LmDesc_d_Time,
-    &LmDesc_d_Timestamp,  &LmDesc_d_Interval,    &LmDesc_LmInt64,       &LmDesc_LmBoolean,
-    &LmDesc_LmNull_char,  &LmDesc_LmNull_uchar,  &LmDesc_LmNull_short,  &LmDesc_LmNull_ushort,
-    &LmDesc_LmNull_int,   &LmDesc_LmNull_unsigned, &LmDesc_LmNull_long, &LmDesc_LmNull_ulong,
-    &LmDesc_LmNull_float, &LmDesc_LmNull_double, &LmDesc_LmNull_LmInt64, &LmDesc_LmSeal,
-    &LmDesc_LmDateTimeN,  &LmDesc_LmTimeSpan,    &LmDesc_o_8b,          &LmDesc_o_u8b,
-    &LmDesc_LmNull_8b,    &LmDesc_LmNull_u8b,    &LmDesc_illegal,
+    &LmDesc_o_char,       &LmDesc_o_2b,          &LmDesc_o_4b,          &LmDesc_o_double,        &LmDesc_o_float,
+    &LmDesc_o_u2b,        &LmDesc_o_u4b,         &LmDesc_int,           &LmDesc_unsigned,        &LmDesc_enum,
+    &LmDesc_o_u1b,        &LmDesc_LmString,      &LmDesc_LmDate,        &LmDesc_LmTime,          &LmDesc_BlockId,
+    &LmDesc_LmObjId,      &LmDesc_LmClassId,     &LmDesc_LmRef,         &LmDesc_LmBlob,          &LmDesc_LmDateTime,
+    &LmDesc_LmIString,    &LmDesc_LmCaseIString, &LmDesc_d_Date,        &LmDesc_d_Time,          &LmDesc_d_Timestamp,
+    &LmDesc_d_Interval,   &LmDesc_LmInt64,       &LmDesc_LmBoolean,     &LmDesc_LmNull_char,     &LmDesc_LmNull_uchar,
+    &LmDesc_LmNull_short, &LmDesc_LmNull_ushort, &LmDesc_LmNull_int,    &LmDesc_LmNull_unsigned, &LmDesc_LmNull_long,
+    &LmDesc_LmNull_ulong, &LmDesc_LmNull_float,  &LmDesc_LmNull_double, &LmDesc_LmNull_LmInt64,  &LmDesc_LmSeal,
+    &LmDesc_LmDateTimeN,  &LmDesc_LmTimeSpan,    &LmDesc_o_8b,          &LmDesc_o_u8b,           &LmDesc_LmNull_8b,
+    &LmDesc_LmNull_u8b,   &LmDesc_illegal,
 };
 
 // Levels below 4: the same records but for id 11, which keeps the old string forms.
 LmTypeDesc* LmTypeTableLegacy[LmTypeCountLegacy] = {
-    &LmDesc_o_char,      &LmDesc_o_2b,          &LmDesc_o_4b,         &LmDesc_o_double,
-    &LmDesc_o_float,     &LmDesc_o_u2b,         &LmDesc_o_u4b,        &LmDesc_int,
-    &LmDesc_unsigned,    &LmDesc_enum,          &LmDesc_o_u1b,        &LmDesc_LmStringLegacy,
-    &LmDesc_LmDate,      &LmDesc_LmTime,        &LmDesc_BlockId,      &LmDesc_LmObjId,
-    &LmDesc_LmClassId,   &LmDesc_LmRef,         &LmDesc_LmBlob,       &LmDesc_LmDateTime,
-    &LmDesc_LmIString,   &LmDesc_LmCaseIString, &LmDesc_d_Date,       &LmDesc_d_Time,
-    &LmDesc_d_Timestamp, &LmDesc_d_Interval,    &LmDesc_LmInt64,      &LmDesc_LmBoolean,
+    &LmDesc_o_char,     &LmDesc_o_2b,           &LmDesc_o_4b,      &LmDesc_o_double, &LmDesc_o_float,
+    &LmDesc_o_u2b,      &LmDesc_o_u4b,          &LmDesc_int,       &LmDesc_unsigned, &LmDesc_enum,
+    &LmDesc_o_u1b,      &LmDesc_LmStringLegacy, &LmDesc_LmDate,    &LmDesc_LmTime,   &LmDesc_BlockId,
+    &LmDesc_LmObjId,    &LmDesc_LmClassId,      &LmDesc_LmRef,     &LmDesc_LmBlob,   &LmDesc_LmDateTime,
+    &LmDesc_LmIString,  &LmDesc_LmCaseIString,  &LmDesc_d_Date,    &LmDesc_d_Time,   &LmDesc_d_Timestamp,
+    &LmDesc_d_Interval, &LmDesc_LmInt64,        &LmDesc_LmBoolean,
 };
 
 // ---- Manager services. ----
@@ -47,15 +44,32 @@ unsigned short LmTypeMgr::SupportsCapability(char id, unsigned short capability)
             return Desc(id)->SetNullValue != nullptr ? 1 : 0;
         case 2:  // the values that can count; BlockId is a number but does not
             switch (raw) {
-                case 0: case 1: case 2: case 5: case 6: case 7: case 8: case 9: case 10:
-                case 15: case 26: case 42: case 43:
+                case 0:
+                case 1:
+                case 2:
+                case 5:
+                case 6:
+                case 7:
+                case 8:
+                case 9:
+                case 10:
+                case 15:
+                case 26:
+                case 42:
+                case 43:
                     return 1;
                 default:
                     return 0;
             }
         case 3:  // the values a time stamp can be written into
             switch (raw) {
-                case 12: case 13: case 19: case 22: case 23: case 24: case 40:
+                case 12:
+                case 13:
+                case 19:
+                case 22:
+                case 23:
+                case 24:
+                case 40:
                     return 1;
                 default:
                     return 0;
@@ -81,16 +95,14 @@ char* CopyOrPoint(const char* text, char* buffer) {
 
 char* LmTypeMgr::NameGet(char id, char* buffer) const noexcept { return CopyOrPoint(Desc(id)->name, buffer); }
 
-char* LmTypeMgr::TypeIdNameGet(char id, char* buffer) const noexcept {
-    return CopyOrPoint(Desc(id)->idName, buffer);
-}
+char* LmTypeMgr::TypeIdNameGet(char id, char* buffer) const noexcept { return CopyOrPoint(Desc(id)->idName, buffer); }
 
 int LmTypeMgr::Name2LmTypeId(const char* name, char& id) const noexcept {
     for (id = 0; id < LmTypeCountCurrent; ++id) {
         // The legacy table ends at 27; the names of the rows after it are the same.
         const int row = static_cast<int>(id);
-        const LmTypeDesc* desc = (table == LmTypeTableLegacy && row >= LmTypeCountLegacy) ? LmTypeTableCurrent[row]
-                                                                                           : table[row];
+        const LmTypeDesc* desc =
+            (table == LmTypeTableLegacy && row >= LmTypeCountLegacy) ? LmTypeTableCurrent[row] : table[row];
         if (std::strcmp(name, desc->name) == 0) return 0;
     }
     return 1;

@@ -6,8 +6,10 @@ MemFile::MemFile(const void* data, uint32_t length) noexcept
 
 const unsigned char* MemFile::Seek(int64_t offset, Origin origin, uint32_t wanted, uint32_t& granted) noexcept {
     int64_t base = 0;
-    if (origin == FromCurrent) base = position_;
-    else if (origin == FromEnd) base = length_;
+    if (origin == FromCurrent)
+        base = position_;
+    else if (origin == FromEnd)
+        base = length_;
     const int64_t target = base + offset;
     if (target < 0 || target > static_cast<int64_t>(length_) || data_ == nullptr) {
         granted = 0;

@@ -144,8 +144,8 @@ LMBASE_EXPORT LmMemoryHandler LmSetMemoryHandler(LmMemoryHandler handler);
 // minor number must not be above ours. Other flag bits are ignored. Answers 0
 // when every check asked for holds, else -1.
 // ---------------------------------------------------------------------------
-LMBASE_EXPORT int CheckLmVersionNumber(unsigned major, unsigned minor, unsigned patch,
-                                       unsigned build, unsigned extra, int flags);
+LMBASE_EXPORT int CheckLmVersionNumber(unsigned major, unsigned minor, unsigned patch, unsigned build, unsigned extra,
+                                       int flags);
 
 // ---------------------------------------------------------------------------
 // Clock and time zone.
@@ -167,10 +167,10 @@ struct btime {
 // Status of bksgettimezone when the zone cannot be told.
 #define LMBASE_NO_TIMEZONE (-2171)
 
-LMBASE_EXPORT void bksgetdate(bdate* date);                        // local date
-LMBASE_EXPORT void bksgettime(btime* time);                        // local time and zone offset in seconds
-LMBASE_EXPORT void bksgetsystemtime(btime* time, bdate* date);     // UTC time and date
-LMBASE_EXPORT int bksgettimezone();                                // offset in minutes, or LMBASE_NO_TIMEZONE
+LMBASE_EXPORT void bksgetdate(bdate* date);                     // local date
+LMBASE_EXPORT void bksgettime(btime* time);                     // local time and zone offset in seconds
+LMBASE_EXPORT void bksgetsystemtime(btime* time, bdate* date);  // UTC time and date
+LMBASE_EXPORT int bksgettimezone();                             // offset in minutes, or LMBASE_NO_TIMEZONE
 LMBASE_EXPORT void bksGetHiresTime(bdate& date, btime& time, int& nanoseconds);     // local
 LMBASE_EXPORT void bksGetHiresTimeUTC(bdate& date, btime& time, int& nanoseconds);  // UTC
 
