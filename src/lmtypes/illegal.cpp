@@ -28,8 +28,6 @@ int RefuseGetValue(void*, unsigned, unsigned char, unsigned char) { return LM_ER
 constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "illegal");
 
 // Value types whose handlers are still to come.
-constinit LmTypeDesc LmDesc_LmString = IllegalRow("LmString", "LmSTRING_T", 16, 0, "%s");
-constinit LmTypeDesc LmDesc_LmStringLegacy = IllegalRow("LmString", "LmSTRING_T", 16, 0, "%s");
 constinit LmTypeDesc LmDesc_LmDate = IllegalRow("LmDate", "LmDATE_T", 4, 1, "%a %e.%b %Y");
 constinit LmTypeDesc LmDesc_LmTime = IllegalRow("LmTime", "LmTIME_T", 3, 1, "%I:%M:%S %p");
 constinit LmTypeDesc LmDesc_LmObjId = IllegalRow("LmObjId", "LmOBJID_T", 12, 1, "(%H-%L#%B)");
