@@ -202,8 +202,9 @@ private:
     friend void LmStringAssignRaw(LmString& string, const void* source, unsigned char codeSet, uint16_t n,
                                   unsigned char format);
 
-    void Release();                                                // frees the buffer, data null
-    void AssignText(const void* text, unsigned char textCodeSet);  // text to its terminator, clipped
+    void Release();                                                           // frees the buffer, data null
+    void AssignText(const void* text, unsigned char textCodeSet);             // text to its terminator, clipped
+    LmString& AssignRelabelled(const void* text, unsigned char textCodeSet);  // operator= of a plain text
 
     unsigned char* data;  // the character buffer, or null
     uint16_t size;        // bytes of the buffer, terminator included; 0 without buffer

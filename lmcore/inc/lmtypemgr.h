@@ -53,7 +53,7 @@ public:
     }
     // Short form: exact bounds (both lengths 0) and a status of its own, dropped.
     int Cmp(char id, void* value1, void* value2, unsigned short option, unsigned count, unsigned char format) const {
-        int status = 0;
+        int status;  // written by the slot and dropped here: never read
         return Desc(id)->Cmp(format, 0, value1, 0, value2, option, count, status);
     }
     unsigned Hash(char id, unsigned len, void* value, unsigned count, unsigned char format, int& status) const {

@@ -173,20 +173,14 @@ LmString& LmString::operator=(const LmString& other) {
 
 // Assigning a plain text relabels the string. The old buffer goes only after the
 // splice, so a text taken from this very string stays readable.
-LmString& LmString::operator=(const char* text) {
-    codeSet = GetDefault8CodeSet();
-    if (text == nullptr) {
-        Release();
-        size = 0;
-    } else {
-        AssignText(text, codeSet);
-    }
-    language = GetDefaultLanguage();
-    return *this;
-}
+LmString& LmString::operator=(const char* text) { return AssignRelabelled(text, GetDefault8CodeSet()); }
 
-LmString& LmString::operator=(const unsigned short* text) {
-    codeSet = GetDefault16CodeSet();
+LmString& LmString::operator=(const unsigned short* text) { return AssignRelabelled(text, GetDefault16CodeSet()); }
+
+// A plain text in the default code set of its width and the default language; a
+// null text leaves no buffer.
+LmString& LmString::AssignRelabelled(const void* text, unsigned char textCodeSet) {
+    codeSet = textCodeSet;
     if (text == nullptr) {
         Release();
         size = 0;
