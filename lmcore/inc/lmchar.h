@@ -17,6 +17,34 @@ constexpr uint16_t LM_ORDER_FIRST_DIGIT = 0x3F00;
 constexpr uint16_t LM_ORDER_FIRST_LETTER = 0x4000;
 constexpr uint16_t LM_ORDER_FIRST_HAN = 0x8000;
 
+// The comparison key of an order word in a family: the family in the top byte and
+// the word above it; a letter outside the Han family moves its letter bits above
+// its case and accent bits, so that masks on the key give the levels: ~127 the
+// primary value, ~31 without accent, ~96 without case. Order 0 gives 0.
+constexpr uint32_t LmOrderKey(uint16_t order, unsigned char family) {
+    if (order == 0) return 0;
+    const uint32_t top = static_cast<uint32_t>(family) << 24;
+    if (family != LM_FAMILY_HAN && (order & 0xC000) == 0x4000)
+        return top | static_cast<uint32_t>(order & 0x407F) << 8 | ((order >> 7) & 0x7Fu);
+    return top | static_cast<uint32_t>(order) << 8;
+}
+
+// ---------------------------------------------------------------------------
+// Decoding of order words: what an order-form key shows when printed. Accents and
+// expansions can be lost, and a symbol may only decode to a substitute.
+// ---------------------------------------------------------------------------
+// The character of an order word (7 when none; 127 for Han); with searchAccents,
+// an accented letter is looked up among the characters 128 to 255 of code set 1 and
+// `name` (may be null) gets its escape text. Answers 0.
+LM_EXPORT int LmConvertOrderToChar(uint16_t order, unsigned char family, unsigned char& c, int searchAccents,
+                                   const char** name);
+// A description of the order word ("lower letter a with accent acute"). Answers 0.
+LM_EXPORT int LmConvertOrderToString(uint16_t order, unsigned char family, LmString& text);
+// The fields of a digit, symbol or letter word; LM_ERR_BAD_ARGUMENT for another class.
+LM_EXPORT int LmExtractDigitFromOrder(uint16_t order, int& digit, int& expand);
+LM_EXPORT int LmExtractSymbolFromOrder(uint16_t order, int& symbol);
+LM_EXPORT int LmExtractLetterFromOrder(uint16_t order, int& letterCase, int& accent, int& letter, int& extension);
+
 // ---------------------------------------------------------------------------
 // LmChar. In the pointer form the character lives behind `pointer` in the byte
 // order `format`, and assignment writes through: s[i] = c changes the string. In

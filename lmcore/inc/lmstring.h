@@ -28,6 +28,18 @@ constexpr uint8_t LM_LANGUAGE_NULL = 254;     // marks the null value
 constexpr uint8_t LM_LANGUAGE_DEFAULT = 255;  // argument only: the default language
 constexpr uint8_t LM_FAMILY_MIX = 0x80;       // mix flag of a family byte in order form
 
+// The compare option word of LmStrCmp and of every string comparison. 0xFFFF is
+// the process-wide default (LmString::GetDefaultCmpOp).
+constexpr uint16_t LM_CMP_NO_WILDCARD = 0x0010;    // '*' and '?' of the right operand are plain characters
+constexpr uint16_t LM_CMP_IGNORE_CASE = 0x0020;    // case decides nothing
+constexpr uint16_t LM_CMP_IGNORE_ACCENT = 0x0040;  // accents decide nothing
+constexpr uint16_t LM_CMP_SKIP_SPACES = 0x0080;    // space-class characters vanish; reports through `difference`
+constexpr uint16_t LM_CMP_EXACT = 0x0100;          // one level, whole keys, nothing skipped
+constexpr uint16_t LM_CMP_SKIP_SYMBOLS = 0x0200;   // symbol-class characters vanish
+constexpr uint16_t LM_CMP_DEFAULT = 0xFFFF;
+// Wildcards are active unless one of these bits is set.
+constexpr bool LmWildcardsActive(uint16_t option) { return (option & (LM_CMP_NO_WILDCARD | LM_CMP_EXACT)) == 0; }
+
 // Modes of LmStringSplice.
 constexpr uint16_t LM_SPLICE_REPLACE = 1;  // the `count` characters at `position` are replaced
 constexpr uint16_t LM_SPLICE_INSERT = 2;   // the source goes in at `position`, the tail moves behind it
@@ -87,6 +99,25 @@ LM_EXPORT int LmStringConvertInto(unsigned char fromCodeSet, unsigned char toCod
 // null source or n 0 leaves the string without buffer.
 LM_EXPORT void LmStringAssignRaw(LmString& string, const void* source, unsigned char codeSet, uint16_t n,
                                  unsigned char format);
+
+// ---------------------------------------------------------------------------
+// The comparison of texts.
+// ---------------------------------------------------------------------------
+
+// Multi-level collation comparison of two terminated texts (null allowed), and at
+// the same time a pattern match: the right text may hold the wildcards. The sign of
+// the result orders the operands; 0 is equal or matched. `count` is the number of
+// characters looked at, -1 all; `format` the byte order of both texts. With
+// LM_CMP_SKIP_SPACES, `difference` (may be null) gets the primary difference.
+LM_EXPORT int LmStrCmp(unsigned char codeSet1, unsigned char language1, const void* text1, unsigned char codeSet2,
+                       unsigned char language2, const void* text2, unsigned short option, short count,
+                       unsigned char format, int* difference);
+// The byte matcher of native texts, with the fixed wildcards '*' and '?'.
+LM_EXPORT int LmByteWildcardCompare(const char* pattern, const char* text, short count);
+// The character index of the first wildcard (the asterisk only with starOnly) within
+// `count` characters, or 65535; byteOffset (may be null) gets its byte offset or 65535.
+LM_EXPORT uint16_t LmFindWildcard(unsigned char codeSet, unsigned char language, const void* text, int starOnly,
+                                  uint16_t count, uint16_t* byteOffset, unsigned char format);
 
 // ---------------------------------------------------------------------------
 // LmString. No base, no virtual operations; 16 bytes in memory. Buffers are
@@ -194,6 +225,11 @@ public:
     static void SetDefaultCodeSet(unsigned char codeSet);
     static void SetDefaultLanguage(unsigned char language);
     static void SetDefaultCmpOp(unsigned short option);
+    // The process-wide wildcard characters, recognised by their order word in every
+    // comparison. Each answers 0.
+    static int SetAsterisk(const LmChar& c);
+    static int SetQuestion(const LmChar& c);
+    static int SetEscape(const LmChar& c);
 
 private:
     friend void LmStringSplice(LmString& string, const void* source, unsigned char sourceCodeSet, uint16_t position,

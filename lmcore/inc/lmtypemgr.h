@@ -117,6 +117,10 @@ public:
     // 0 and the id for an exact (case-sensitive) type name; else 1 and id 47.
     int Name2LmTypeId(const char* name, char& id) const noexcept;
 
+    // The text that stands for a null value in print and scan: "{NULL}" from load on.
+    static const LmString& GetNullPrintString();
+    static void SetNullPrintString(const LmString& text);
+
 private:
     template <typename T>
     static T Exchange(T& slot, T replacement) noexcept {

@@ -6,6 +6,7 @@
 #include "lmcompare.h"
 #include "lmdefs.h"
 #include "lmstring.h"
+#include "lmstrtype.h"
 #include "lmtypedesc.h"
 #include "lmtypemgr.h"
 #include "lumobase.h"

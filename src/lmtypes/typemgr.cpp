@@ -5,6 +5,7 @@
 #include <new>
 
 #include "lmslots.h"
+#include "lmstring.h"
 #include "lmtypemgr.h"
 #include "lumoi18n.h"
 
@@ -107,6 +108,19 @@ int LmTypeMgr::Name2LmTypeId(const char* name, char& id) const noexcept {
     }
     return 1;
 }
+
+// The null print string is built at first use, so that it sees the defaults of
+// lumoi18n whatever the order of static construction.
+namespace {
+LmString& NullPrintString() {
+    static LmString text("{NULL}");
+    return text;
+}
+}  // namespace
+
+const LmString& LmTypeMgr::GetNullPrintString() { return NullPrintString(); }
+
+void LmTypeMgr::SetNullPrintString(const LmString& text) { NullPrintString() = text; }
 
 // ---- Module functions. ----
 
