@@ -468,10 +468,15 @@ def gen_collation(col, t):
         if languages:
             lng = emit_array("Lang", "const LmLanguage*", ["&lmLanguages[%d]" % i for i in languages])
             rec = emit_array("LangRec", "const LmCollationRecord*", ["&" + r for r in lang_records])
-        return "{nullptr, %s, %s, %s, 0x%04x, %s, %s, %d, %d, %d}" % (
+        # The language flag holds the bit of every language listed (LmLanguageBit), so
+        # that a reader rules out its language without searching the list.
+        language_bits = 0
+        for i in languages:
+            language_bits |= 1 << ((i + 1) & 15)
+        return "{nullptr, %s, %s, %s, 0x%04x, %s, %s, %d, %s, %d}" % (
             wlist(suc, len(successors)), wlist(lng, len(languages)), wlist(rec, len(lang_records)), order,
             wlist(exp, len(expansion)), wlist(fol, len(followers)),
-            1 if followers else 0, 1 if languages else 0, 1 if expansion else 0)
+            1 if followers else 0, "0x%04x" % language_bits if languages else "0", 1 if expansion else 0)
 
     def named_record(text, comment):
         if text not in record_names:

@@ -206,6 +206,14 @@ private:
     void Forward();  // the step rule
     void Back();
     uint16_t UnitAt() const;  // the unit at the position, 0 without position
+    // GetNextOrder apart from a plain character of a text with a table of its own.
+    uint16_t NextOrderSlow(int mode);
+    // A character of the text beyond the table's low records.
+    uint16_t OrderAboveLow(uint16_t value, int mode);
+    // A value without collation record: it is its own order (the Han path).
+    uint16_t OrderWithoutRecord(uint16_t value, int mode);
+    // From a record on: language variant, contractions, the family, the expansion, the step.
+    uint16_t FinishOrder(const LmCollationRecord* record, const LmCodeSet* set, bool mappedChar, int mode);
 
     const LmCodeSet* codeSetObject;
     unsigned char codeSet;
@@ -218,6 +226,11 @@ private:
     unsigned char* position;
     const LmWCharList* overflow;
     unsigned char* buffer;  // the owned buffer, freed at destruction
+    // Resolved once at construction, so that a plain character costs one table read:
+    const LmCollationTable* table;  // the code set's collation table, or code set 253's when it has none
+    uint16_t languageBit;           // LmLanguageBit(language): which records may hold a variant for it
+    unsigned char textFamily;       // family(language) of the code set object
+    unsigned char mapped;           // non-zero: the text orders through code set 253
 };
 
 // ---------------------------------------------------------------------------

@@ -191,3 +191,55 @@ LmCharOperation::~LmCharOperation() = default;
 LmChar LmCharToLower::Apply(const LmChar& c, LmStringIterator* source) { return c.ToLower(source); }
 
 LmChar LmCharToUpper::Apply(const LmChar& c, LmStringIterator* source) { return c.ToUpper(source); }
+
+// ---- Comparison. ----
+
+namespace {
+
+// The character alone with a terminator, as LmStrCmp reads it. A pointer form's
+// bytes are taken as they stand and read in format 1 whatever the character's own
+// format says. Copying keeps the comparison to this one character: the characters
+// behind it in its string never take part in a contraction.
+void CharText(unsigned char (&text)[4], const unsigned char* pointer, const uint16_t& value, unsigned char codeSet) {
+    const unsigned width = LmCodeSetWidth(codeSet);
+    const unsigned char* from = pointer != nullptr ? pointer : reinterpret_cast<const unsigned char*>(&value);
+    text[0] = text[1] = text[2] = text[3] = 0;
+    if (width == 1 && pointer == nullptr) {
+        text[0] = static_cast<unsigned char>(value & 0xFF);
+        return;
+    }
+    for (unsigned i = 0; i < width; ++i) text[i] = from[i];
+}
+
+}  // namespace
+
+// One character on each side, count 1: an expansion decides by its first order word.
+int LmChar::Compare(const LmChar& other, unsigned short op) const {
+    unsigned char left[4], right[4];
+    CharText(left, pointer, value, codeSet);
+    CharText(right, other.pointer, other.value, other.codeSet);
+    return LmStrCmp(codeSet, language, left, other.codeSet, other.language, right,
+                    op == LM_CMP_DEFAULT ? LmLanguageContext::GetDefaultCmpOp() : op, 1, LmFormatLittle, nullptr);
+}
+
+int LmChar::operator==(const LmChar& other) const { return Compare(other) == 0 ? 1 : 0; }
+int LmChar::operator!=(const LmChar& other) const { return Compare(other); }
+int LmChar::operator<(const LmChar& other) const { return Compare(other) < 0 ? 1 : 0; }
+int LmChar::operator<=(const LmChar& other) const { return Compare(other) <= 0 ? 1 : 0; }
+int LmChar::operator>(const LmChar& other) const { return Compare(other) > 0 ? 1 : 0; }
+int LmChar::operator>=(const LmChar& other) const { return Compare(other) >= 0 ? 1 : 0; }
+
+// A plain character is taken in the default 8-bit or 16-bit code set and the default
+// language: these are collation comparisons, so with a case-ignoring default 'A' == 'a'.
+int LmChar::operator==(char c) const { return Compare(LmChar(c)) == 0 ? 1 : 0; }
+int LmChar::operator!=(char c) const { return Compare(LmChar(c)); }
+int LmChar::operator<(char c) const { return Compare(LmChar(c)) < 0 ? 1 : 0; }
+int LmChar::operator<=(char c) const { return Compare(LmChar(c)) <= 0 ? 1 : 0; }
+int LmChar::operator>(char c) const { return Compare(LmChar(c)) > 0 ? 1 : 0; }
+int LmChar::operator>=(char c) const { return Compare(LmChar(c)) >= 0 ? 1 : 0; }
+int LmChar::operator==(unsigned short c) const { return Compare(LmChar(c)) == 0 ? 1 : 0; }
+int LmChar::operator!=(unsigned short c) const { return Compare(LmChar(c)); }
+int LmChar::operator<(unsigned short c) const { return Compare(LmChar(c)) < 0 ? 1 : 0; }
+int LmChar::operator<=(unsigned short c) const { return Compare(LmChar(c)) <= 0 ? 1 : 0; }
+int LmChar::operator>(unsigned short c) const { return Compare(LmChar(c)) > 0 ? 1 : 0; }
+int LmChar::operator>=(unsigned short c) const { return Compare(LmChar(c)) >= 0 ? 1 : 0; }

@@ -46,14 +46,27 @@ void LmStringIterator::Setup(const void* p, unsigned char textCodeSet, unsigned 
     overflowCodeSet = textCodeSet;
     owned = 0;
     buffer = nullptr;
+    // The code set object, its table and its family are fixed data of lumoi18n: looked
+    // up here once rather than per character. An order text has no code set object:
+    // its language byte is its family. A code set unknown to lumoi18n starts in family 0.
     codeSetObject = LmLanguageContext::QueryCodeSet(textCodeSet);
-    // An order text has no code set object: its language byte is its family. A code
-    // set unknown to lumoi18n starts in family 0.
+    table = nullptr;
+    textFamily = 0;
     if (codeSetObject != nullptr) {
-        family = codeSetObject->family(language);
+        textFamily = codeSetObject->family(language);
+        family = textFamily;
+        table = codeSetObject->collation;
     } else {
         family = textCodeSet == LM_CODESET_ORDER ? language : 0;
     }
+    // A code set without table orders through code set 253's (an order text through none).
+    mapped = table == nullptr ? 1 : 0;
+    if (mapped != 0 && textCodeSet != LM_CODESET_ORDER) {
+        const LmCodeSet* unicode = LmLanguageContext::QueryCodeSet(LM_CODESET_UNICODE);
+        table = unicode != nullptr ? unicode->collation : nullptr;
+    }
+    // Only a record whose variant word holds this bit can have a variant for the language.
+    languageBit = LmLanguageBit(language);
 }
 
 LmStringIterator::LmStringIterator() { Setup(nullptr, LM_CODESET_NATIVE, 0, LmFormatLittle); }
@@ -97,7 +110,11 @@ LmStringIterator::LmStringIterator(const LmStringIterator& other)
       owned(0),
       position(other.position),
       overflow(other.overflow),
-      buffer(nullptr) {}
+      buffer(nullptr),
+      table(other.table),
+      languageBit(other.languageBit),
+      textFamily(other.textFamily),
+      mapped(other.mapped) {}
 
 LmStringIterator& LmStringIterator::operator=(const LmStringIterator& other) {
     if (&other == this) return *this;
@@ -113,6 +130,10 @@ LmStringIterator& LmStringIterator::operator=(const LmStringIterator& other) {
     position = other.position;
     overflow = other.overflow;
     buffer = nullptr;
+    table = other.table;
+    languageBit = other.languageBit;
+    textFamily = other.textFamily;
+    mapped = other.mapped;
     return *this;
 }
 
@@ -194,7 +215,52 @@ void LmStringIterator::SetOverflow(const LmWCharList* list, unsigned char listCo
 
 // ---- Collation order. ----
 
+namespace {
+
+// The wildcard order without the call once it is known.
+inline uint16_t WildcardOrder(int which) {
+    const uint16_t order = wildcardOrders[which];
+    return order != 0 ? order : LmWildcardOrderGet(which);
+}
+
+// The record of a language with tailored collation, when the record has one for it.
+inline const LmCollationRecord* LanguageVariant(const LmCollationRecord* record, const LmLanguage* lang) {
+    for (int i = 0; i < record->languages.count; ++i) {
+        const LmLanguage* entry = nullptr;
+        if (record->languages.GetAt(i, entry) == 0 && entry == lang) {
+            const LmCollationRecord* variant = nullptr;
+            if (record->languageRecords.GetAt(i, variant) == 0 && variant != nullptr) return variant;
+            break;
+        }
+    }
+    return record;
+}
+
+}  // namespace
+
+// The common case first: a character of the text itself (no overflow) in a code set
+// with a table of its own, whose record needs neither contraction nor expansion. It
+// reads the unit, takes the record, and answers its order word.
 uint16_t LmStringIterator::GetNextOrder(int mode) {
+    if (overflow != nullptr || mapped != 0 || table == nullptr || position == nullptr) return NextOrderSlow(mode);
+    uint16_t value = *position;
+    if (codeSet >= LM_CODESET_FIRST_WIDE) {
+        std::memcpy(&value, position, 2);
+        if ((format & 15) == LmFormatBig) value = static_cast<uint16_t>(value >> 8 | value << 8);
+    }
+    if (value == 0) return 0;
+    // Everything beyond a plain record of the dense low range is left to calls in tail
+    // position, so that this path needs no registers saved.
+    if (value >= table->lowLimit) return OrderAboveLow(value, mode);
+    const LmCollationRecord* record = &table->low[value];
+    if ((record->hasLanguageVariants & languageBit) != 0 || (record->hasContraction | record->hasExpansion) != 0)
+        return FinishOrder(record, codeSetObject, false, mode);
+    if (mode != 0) family = record->familySource != nullptr ? *record->familySource : textFamily;
+    position += LmCodeSetWidth(codeSet);
+    return record->order;
+}
+
+uint16_t LmStringIterator::NextOrderSlow(int mode) {
     // An order text holds its words already, low byte first whatever the format.
     if (codeSet == LM_CODESET_ORDER) {
         if (position == nullptr) return 0;
@@ -206,6 +272,8 @@ uint16_t LmStringIterator::GetNextOrder(int mode) {
     uint16_t value = LmChar(reinterpret_cast<const char*>(position), codeSet, language, format).GetValue();
     unsigned char charCodeSet = codeSet;
     const LmCodeSet* set = codeSetObject;
+    const LmCollationTable* charTable = table;
+    bool mappedChar = mapped != 0;
     if (OverflowActive()) {
         uint16_t entry = 0;
         overflow->GetAt(overflowIndex, entry);
@@ -217,44 +285,51 @@ uint16_t LmStringIterator::GetNextOrder(int mode) {
         value = LmChar(static_cast<unsigned short>(entry), overflowCodeSet, language).GetValue();
         charCodeSet = overflowCodeSet;
         set = LmLanguageContext::QueryCodeSet(overflowCodeSet);
+        charTable = set != nullptr ? set->collation : nullptr;
+        mappedChar = charTable == nullptr;
+        if (mappedChar) {
+            const LmCodeSet* unicode = LmLanguageContext::QueryCodeSet(LM_CODESET_UNICODE);
+            charTable = unicode != nullptr ? unicode->collation : nullptr;
+        }
     }
 
-    // A code set without table orders through Unicode.
-    const LmCollationTable* table = set != nullptr ? set->collation : nullptr;
-    const bool mapped = table == nullptr;
-    if (mapped) {
-        const LmCodeSet* unicode = LmLanguageContext::QueryCodeSet(LM_CODESET_UNICODE);
-        table = unicode != nullptr ? unicode->collation : nullptr;
+    // A code set without table orders through Unicode. A terminator ends the text
+    // before the mapping: a code set unknown to lumoi18n would map it to the substitute.
+    if (mappedChar) {
+        if (value == 0) return 0;
         value = LmChar(static_cast<unsigned short>(value), charCodeSet, language).MapTo(LM_CODESET_UNICODE).GetValue();
     }
 
     if (value == 0) return 0;
 
-    const LmCollationRecord* record = table != nullptr ? table->lookup(value) : nullptr;
-    if (record == nullptr) {
-        // No collation data: the character's code is its order (the Han path).
-        Forward();
-        if (mode != 0 && value != LmWildcardOrderGet(LM_WILDCARD_ASTERISK) &&
-            value != LmWildcardOrderGet(LM_WILDCARD_QUESTION) && value < 0xFFF0) {
-            family = LM_FAMILY_HAN;
-        }
-        return value;
-    }
+    const LmCollationRecord* record = charTable != nullptr ? charTable->Find(value) : nullptr;
+    if (record == nullptr) return OrderWithoutRecord(value, mode);
+    return FinishOrder(record, set, mappedChar, mode);
+}
 
-    if (record->hasLanguageVariants != 0) {
+// A value of the text beyond the low records: a record of the runs, or none.
+uint16_t LmStringIterator::OrderAboveLow(uint16_t value, int mode) {
+    const LmCollationRecord* record = table->lookup(value);
+    if (record == nullptr) return OrderWithoutRecord(value, mode);
+    return FinishOrder(record, codeSetObject, false, mode);
+}
+
+// No collation data: the character's code is its order (the Han path).
+uint16_t LmStringIterator::OrderWithoutRecord(uint16_t value, int mode) {
+    Forward();
+    if (mode != 0 && value != WildcardOrder(LM_WILDCARD_ASTERISK) && value != WildcardOrder(LM_WILDCARD_QUESTION) &&
+        value < 0xFFF0) {
+        family = LM_FAMILY_HAN;
+    }
+    return value;
+}
+
+uint16_t LmStringIterator::FinishOrder(const LmCollationRecord* record, const LmCodeSet* set, bool mappedChar,
+                                       int mode) {
+    if ((record->hasLanguageVariants & languageBit) != 0) {
         const LmLanguage* lang = LmLanguageContext::QueryLanguage(language);
-        if (lang != nullptr && lang->tailored != 0) {
-            for (int i = 0; i < record->languages.count; ++i) {
-                const LmLanguage* entry = nullptr;
-                if (record->languages.GetAt(i, entry) == 0 && entry == lang) {
-                    const LmCollationRecord* variant = nullptr;
-                    if (record->languageRecords.GetAt(i, variant) == 0 && variant != nullptr) record = variant;
-                    break;
-                }
-            }
-        }
+        if (lang != nullptr && lang->tailored != 0) record = LanguageVariant(record, lang);
     }
-
     while (record->hasContraction != 0) {
         // Nothing follows. A used-up list does not count: stepping over it would
         // leave the text behind its terminator.
@@ -272,7 +347,7 @@ uint16_t LmStringIterator::GetNextOrder(int mode) {
         } else {
             next = LmChar(reinterpret_cast<const char*>(position), codeSet, language, format).GetValue();
         }
-        if (mapped) {
+        if (mappedChar) {
             next =
                 LmChar(static_cast<unsigned short>(next), nextCodeSet, language).MapTo(LM_CODESET_UNICODE).GetValue();
         }
@@ -300,7 +375,7 @@ uint16_t LmStringIterator::GetNextOrder(int mode) {
         if (record->familySource != nullptr) {
             family = *record->familySource;
         } else if (set != nullptr) {
-            family = set->family(language);
+            family = set == codeSetObject ? textFamily : set->family(language);
         }
     }
     if (record->hasExpansion != 0) SetOverflow(&record->expansion, LM_CODESET_ORDER);

@@ -301,41 +301,41 @@ constexpr uint16_t kOrders0000[512] = {
 };
 constexpr LmRecordPatch kPatches0000[] = {
     // U+0041 LATIN CAPITAL LETTER A
-    {0x041, {nullptr, {}, {{2, kLang5}}, {{2, kLangRec6}}, 0x400c, {}, {}, 0, 1, 0}},
+    {0x041, {nullptr, {}, {{2, kLang5}}, {{2, kLangRec6}}, 0x400c, {}, {}, 0, 0x0060, 0}},
     // U+0043 LATIN CAPITAL LETTER C
-    {0x043, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec14}}, 0x4014, {}, {}, 0, 1, 0}},
+    {0x043, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec14}}, 0x4014, {}, {}, 0, 0x2010, 0}},
     // U+0044 LATIN CAPITAL LETTER D
-    {0x044, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec22}}, 0x4018, {}, {}, 0, 1, 0}},
+    {0x044, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec22}}, 0x4018, {}, {}, 0, 0x2000, 0}},
     // U+0047 LATIN CAPITAL LETTER G
-    {0x047, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec27}}, 0x4024, {}, {}, 0, 1, 0}},
+    {0x047, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec27}}, 0x4024, {}, {}, 0, 0x2000, 0}},
     // U+004C LATIN CAPITAL LETTER L
-    {0x04c, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec33}}, 0x4038, {}, {}, 0, 1, 0}},
+    {0x04c, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec33}}, 0x4038, {}, {}, 0, 0x2010, 0}},
     // U+004E LATIN CAPITAL LETTER N
-    {0x04e, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec37}}, 0x4040, {}, {}, 0, 1, 0}},
+    {0x04e, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec37}}, 0x4040, {}, {}, 0, 0x2000, 0}},
     // U+0053 LATIN CAPITAL LETTER S
-    {0x053, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec41}}, 0x4054, {}, {}, 0, 1, 0}},
+    {0x053, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec41}}, 0x4054, {}, {}, 0, 0x2000, 0}},
     // U+0054 LATIN CAPITAL LETTER T
-    {0x054, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec45}}, 0x4058, {}, {}, 0, 1, 0}},
+    {0x054, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec45}}, 0x4058, {}, {}, 0, 0x2000, 0}},
     // U+005A LATIN CAPITAL LETTER Z
-    {0x05a, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec49}}, 0x4070, {}, {}, 0, 1, 0}},
+    {0x05a, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec49}}, 0x4070, {}, {}, 0, 0x2000, 0}},
     // U+0061 LATIN SMALL LETTER A
-    {0x061, {nullptr, {}, {{2, kLang5}}, {{2, kLangRec53}}, 0x500c, {}, {}, 0, 1, 0}},
+    {0x061, {nullptr, {}, {{2, kLang5}}, {{2, kLangRec53}}, 0x500c, {}, {}, 0, 0x0060, 0}},
     // U+0063 LATIN SMALL LETTER C
-    {0x063, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec58}}, 0x5014, {}, {}, 0, 1, 0}},
+    {0x063, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec58}}, 0x5014, {}, {}, 0, 0x2010, 0}},
     // U+0064 LATIN SMALL LETTER D
-    {0x064, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec64}}, 0x5018, {}, {}, 0, 1, 0}},
+    {0x064, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec64}}, 0x5018, {}, {}, 0, 0x2000, 0}},
     // U+0067 LATIN SMALL LETTER G
-    {0x067, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec68}}, 0x5024, {}, {}, 0, 1, 0}},
+    {0x067, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec68}}, 0x5024, {}, {}, 0, 0x2000, 0}},
     // U+006C LATIN SMALL LETTER L
-    {0x06c, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec73}}, 0x5038, {}, {}, 0, 1, 0}},
+    {0x06c, {nullptr, {}, {{2, kLang13}}, {{2, kLangRec73}}, 0x5038, {}, {}, 0, 0x2010, 0}},
     // U+006E LATIN SMALL LETTER N
-    {0x06e, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec77}}, 0x5040, {}, {}, 0, 1, 0}},
+    {0x06e, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec77}}, 0x5040, {}, {}, 0, 0x2000, 0}},
     // U+0073 LATIN SMALL LETTER S
-    {0x073, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec81}}, 0x5054, {}, {}, 0, 1, 0}},
+    {0x073, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec81}}, 0x5054, {}, {}, 0, 0x2000, 0}},
     // U+0074 LATIN SMALL LETTER T
-    {0x074, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec85}}, 0x5058, {}, {}, 0, 1, 0}},
+    {0x074, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec85}}, 0x5058, {}, {}, 0, 0x2000, 0}},
     // U+007A LATIN SMALL LETTER Z
-    {0x07a, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec89}}, 0x5070, {}, {}, 0, 1, 0}},
+    {0x07a, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec89}}, 0x5070, {}, {}, 0, 0x2000, 0}},
     // U+00BC VULGAR FRACTION ONE QUARTER
     {0x0bc, {nullptr, {}, {}, {}, 0x3f0b, {{2, kExp90}}, {}, 0, 0, 1}},
     // U+00BD VULGAR FRACTION ONE HALF
@@ -343,37 +343,37 @@ constexpr LmRecordPatch kPatches0000[] = {
     // U+00BE VULGAR FRACTION THREE QUARTERS
     {0x0be, {nullptr, {}, {}, {}, 0x3f1f, {{2, kExp90}}, {}, 0, 0, 1}},
     // U+00C4 LATIN CAPITAL LETTER A WITH DIAERESIS
-    {0x0c4, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec95}}, 0x430c, {}, {}, 0, 1, 0}},
+    {0x0c4, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec95}}, 0x430c, {}, {}, 0, 0x00e8, 0}},
     // U+00C5 LATIN CAPITAL LETTER A WITH RING ABOVE
-    {0x0c5, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec98}}, 0x438c, {}, {}, 0, 1, 0}},
+    {0x0c5, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec98}}, 0x438c, {}, {}, 0, 0x00e8, 0}},
     // U+00C6 LATIN CAPITAL LETTER AE
-    {0x0c6, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec101}}, 0x400d, {{1, kExp100}}, {}, 0, 1, 1}},
+    {0x0c6, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec101}}, 0x400d, {{1, kExp100}}, {}, 0, 0x00e8, 1}},
     // U+00D1 LATIN CAPITAL LETTER N WITH TILDE
-    {0x0d1, {nullptr, {}, {{2, kLang103}}, {{2, kLangRec104}}, 0x42c0, {}, {}, 0, 1, 0}},
+    {0x0d1, {nullptr, {}, {{2, kLang103}}, {{2, kLangRec104}}, 0x42c0, {}, {}, 0, 0x1010, 0}},
     // U+00D6 LATIN CAPITAL LETTER O WITH DIAERESIS
-    {0x0d6, {nullptr, {}, {{5, kLang107}}, {{5, kLangRec108}}, 0x4344, {}, {}, 0, 1, 0}},
+    {0x0d6, {nullptr, {}, {{5, kLang107}}, {{5, kLangRec108}}, 0x4344, {}, {}, 0, 0x20e8, 0}},
     // U+00D8 LATIN CAPITAL LETTER O WITH STROKE
-    {0x0d8, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec111}}, 0x4444, {}, {}, 0, 1, 0}},
+    {0x0d8, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec111}}, 0x4444, {}, {}, 0, 0x00e8, 0}},
     // U+00DC LATIN CAPITAL LETTER U WITH DIAERESIS
-    {0x0dc, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec113}}, 0x435c, {}, {}, 0, 1, 0}},
+    {0x0dc, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec113}}, 0x435c, {}, {}, 0, 0x2000, 0}},
     // U+00DE LATIN CAPITAL LETTER THORN
     {0x0de, {nullptr, {}, {}, {}, 0x4059, {{1, kExp114}}, {}, 0, 0, 1}},
     // U+00DF LATIN SMALL LETTER SHARP S
-    {0x0df, {nullptr, {}, {{1, kLang117}}, {{1, kLangRec118}}, 0x5055, {{1, kExp115}}, {}, 0, 1, 1}},
+    {0x0df, {nullptr, {}, {{1, kLang117}}, {{1, kLangRec118}}, 0x5055, {{1, kExp115}}, {}, 0, 0x0004, 1}},
     // U+00E4 LATIN SMALL LETTER A WITH DIAERESIS
-    {0x0e4, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec121}}, 0x530c, {}, {}, 0, 1, 0}},
+    {0x0e4, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec121}}, 0x530c, {}, {}, 0, 0x00e8, 0}},
     // U+00E5 LATIN SMALL LETTER A WITH RING ABOVE
-    {0x0e5, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec124}}, 0x538c, {}, {}, 0, 1, 0}},
+    {0x0e5, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec124}}, 0x538c, {}, {}, 0, 0x00e8, 0}},
     // U+00E6 LATIN SMALL LETTER AE
-    {0x0e6, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec127}}, 0x500d, {{1, kExp126}}, {}, 0, 1, 1}},
+    {0x0e6, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec127}}, 0x500d, {{1, kExp126}}, {}, 0, 0x00e8, 1}},
     // U+00F1 LATIN SMALL LETTER N WITH TILDE
-    {0x0f1, {nullptr, {}, {{2, kLang103}}, {{2, kLangRec129}}, 0x52c0, {}, {}, 0, 1, 0}},
+    {0x0f1, {nullptr, {}, {{2, kLang103}}, {{2, kLangRec129}}, 0x52c0, {}, {}, 0, 0x1010, 0}},
     // U+00F6 LATIN SMALL LETTER O WITH DIAERESIS
-    {0x0f6, {nullptr, {}, {{5, kLang107}}, {{5, kLangRec132}}, 0x5344, {}, {}, 0, 1, 0}},
+    {0x0f6, {nullptr, {}, {{5, kLang107}}, {{5, kLangRec132}}, 0x5344, {}, {}, 0, 0x20e8, 0}},
     // U+00F8 LATIN SMALL LETTER O WITH STROKE
-    {0x0f8, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec135}}, 0x5444, {}, {}, 0, 1, 0}},
+    {0x0f8, {nullptr, {}, {{4, kLang94}}, {{4, kLangRec135}}, 0x5444, {}, {}, 0, 0x00e8, 0}},
     // U+00FC LATIN SMALL LETTER U WITH DIAERESIS
-    {0x0fc, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec137}}, 0x535c, {}, {}, 0, 1, 0}},
+    {0x0fc, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec137}}, 0x535c, {}, {}, 0, 0x2000, 0}},
     // U+00FE LATIN SMALL LETTER THORN
     {0x0fe, {nullptr, {}, {}, {}, 0x5059, {{1, kExp138}}, {}, 0, 0, 1}},
     // U+0132 LATIN CAPITAL LIGATURE IJ
@@ -381,17 +381,17 @@ constexpr LmRecordPatch kPatches0000[] = {
     // U+0133 LATIN SMALL LIGATURE IJ
     {0x133, {nullptr, {}, {}, {}, 0x502d, {{1, kExp140}}, {}, 0, 0, 1}},
     // U+0150 LATIN CAPITAL LETTER O WITH DOUBLE ACUTE
-    {0x150, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec142}}, 0x4744, {}, {}, 0, 1, 0}},
+    {0x150, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec142}}, 0x4744, {}, {}, 0, 0x2000, 0}},
     // U+0151 LATIN SMALL LETTER O WITH DOUBLE ACUTE
-    {0x151, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec144}}, 0x5744, {}, {}, 0, 1, 0}},
+    {0x151, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec144}}, 0x5744, {}, {}, 0, 0x2000, 0}},
     // U+0152 LATIN CAPITAL LIGATURE OE
     {0x152, {nullptr, {}, {}, {}, 0x4045, {{1, kExp100}}, {}, 0, 0, 1}},
     // U+0153 LATIN SMALL LIGATURE OE
     {0x153, {nullptr, {}, {}, {}, 0x5045, {{1, kExp126}}, {}, 0, 0, 1}},
     // U+0170 LATIN CAPITAL LETTER U WITH DOUBLE ACUTE
-    {0x170, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec146}}, 0x475c, {}, {}, 0, 1, 0}},
+    {0x170, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec146}}, 0x475c, {}, {}, 0, 0x2000, 0}},
     // U+0171 LATIN SMALL LETTER U WITH DOUBLE ACUTE
-    {0x171, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec148}}, 0x575c, {}, {}, 0, 1, 0}},
+    {0x171, {nullptr, {}, {{1, kLang21}}, {{1, kLangRec148}}, 0x575c, {}, {}, 0, 0x2000, 0}},
     // U+0195 LATIN SMALL LETTER HV
     {0x195, {nullptr, {}, {}, {}, 0x5029, {{1, kExp149}}, {}, 0, 0, 1}},
     // U+01A2 LATIN CAPITAL LETTER OI

@@ -98,9 +98,14 @@ struct LmCollationRecord {
     LmWCharList expansion;                  // further order words
     LmWCharList followers;                  // characters that can complete a contraction
     uint16_t hasContraction;
-    uint16_t hasLanguageVariants;
+    uint16_t hasLanguageVariants;  // non-zero with languages; holds the LmLanguageBit of each of them
     uint16_t hasExpansion;
 };
+
+// The bit of a language in a record's hasLanguageVariants. A clear bit says that the
+// record has no variant for the language; a set one only that the list may have one
+// (ids 16 apart share a bit).
+constexpr uint16_t LmLanguageBit(uint8_t language) { return static_cast<uint16_t>(1u << (language & 15u)); }
 
 // A run of records for the consecutive values first .. first + count - 1.
 struct LmCollationRange {
@@ -120,6 +125,9 @@ public:
     // there up only the values of the runs have one, and null means that the character
     // has no collation data (it orders by its value, as a Han character).
     virtual const LmCollationRecord* lookup(uint16_t value) const;
+    // The answer of lookup, with the low records read in place rather than through the
+    // call: the inner loop of every string comparison takes this path per character.
+    const LmCollationRecord* Find(uint16_t value) const { return value < lowLimit ? &low[value] : lookup(value); }
 
     const LmCollationRecord* low;  // records of 0 .. lowLimit - 1
     uint16_t lowLimit;
