@@ -254,9 +254,12 @@ unsigned BuildKeys(unsigned char* dest, unsigned char targetFormat, unsigned tar
         // 2, 3. The walk over the text and the family of the key.
         LmStringIterator source(reinterpret_cast<const char*>(text), EffectiveCodeSet(codeSet, targetFormat), language,
                                 Nibble(sourceFormat));
+        // Used up when not one whole character is left before sourceLength.
+        const unsigned width = LmCodeSetWidth(source.GetCodeSet());
         const auto used = [&]() {
-            return !sourceMemory &&
-                   static_cast<unsigned>(source.GetPosition() - reinterpret_cast<const char*>(src)) >= sourceLength;
+            return !sourceMemory && static_cast<unsigned>(source.GetPosition() - reinterpret_cast<const char*>(src)) +
+                                            width >
+                                        sourceLength;
         };
         unsigned char family = isNull ? 0 : source.GetFamily();
         unsigned char* record = dest + out;
