@@ -1,5 +1,7 @@
 // The road of a few plain numbers through the type manager: create by type id,
-// store in both byte orders, load back, compare in memory and on disk, hash.
+// store in both byte orders, load back, compare in memory and on disk, hash. Then
+// the road of one string attribute: create, scan, store, hash, build index keys,
+// compare stored keys, step a key, load back, print, delete.
 #include <cstdio>
 #include <cstring>
 #include <vector>
@@ -60,6 +62,104 @@ void Show(LmTypeMgr& mgr, char id, void* values, unsigned count) {
     mgr.Delete(id, loaded, count);
 }
 
+void PrintLine(const char* label, const LmString& text) {
+    // A Latin-1 text, its bytes from 0x80 up as escapes.
+    std::printf("  %-34s \"", label);
+    for (const char* p = text.StrGet(); *p != 0; ++p) {
+        const auto c = static_cast<unsigned char>(*p);
+        if (c < 0x80) {
+            std::putchar(c);
+        } else {
+            std::printf("\\x%02X", c);
+        }
+    }
+    std::printf("\"\n");
+}
+
+// Builds the order-form index key of a string with Translate (target bit 0x80) into
+// a buffer of `capacity` bytes; answers the key's length.
+unsigned BuildKey(LmTypeMgr& mgr, LmString& value, unsigned char* key, unsigned capacity) {
+    std::memset(key, 0, capacity);
+    return mgr.Translate(LmSTRING_T, key, LM_STRFMT_ORDER | LmFormatLittle, capacity, &value, LmFormatMemory, 0, 1);
+}
+
+void StringRoad(LmTypeMgr& mgr) {
+    const LmTypeDesc* desc = mgr.Desc(LmSTRING_T);
+    std::printf("\n%s (%s): the road of one string attribute\n", mgr.NameGet(LmSTRING_T, nullptr),
+                mgr.TypeIdNameGet(LmSTRING_T, nullptr));
+
+    // 1. Create by id and scan from a text (German collation, language 2).
+    auto* value = static_cast<LmString*>(mgr.Create(LmSTRING_T, 1));
+    LmString text("Stra\xDF" "enbahn");
+    text.SetLanguage(2);
+    desc->ScanFromString(value, text, desc->exchangeFormat, 1);
+    PrintLine("scanned", *value);
+    std::printf("  code set %u, language %u, %u characters\n", value->GetCodeSet(), value->GetLanguage(), value->Len());
+
+    // 2. Size and store in format 2 (big-endian).
+    const unsigned size = mgr.DiskLenGet(LmSTRING_T, value, LmFormatBig, 1, LmFormatMemory);
+    std::vector<unsigned char> disk(size);
+    const unsigned wrote = mgr.Store(LmSTRING_T, disk.data(), value, LmFormatBig, 1);
+    std::printf("  disk size %u, stored %u bytes\n", size, wrote);
+    PrintHex("big-endian", disk.data(), wrote);
+
+    // 3. Hash: the memory value and the disk image give the same code.
+    int status = 0;
+    const unsigned hMem = mgr.Hash(LmSTRING_T, 0, value, 1, LmFormatMemory, status);
+    const unsigned hDisk = mgr.Hash(LmSTRING_T, wrote, disk.data(), 1, LmFormatBig, status);
+    std::printf("  hash: memory %08X, disk %08X -> %s\n", hMem, hDisk, hMem == hDisk ? "agree" : "DISAGREE");
+
+    // 4. Order-form index keys of this value and of a second one.
+    LmString other("Strasse");
+    other.SetLanguage(2);
+    unsigned char key1[64], key2[64], cut[10];
+    const unsigned len1 = BuildKey(mgr, *value, key1, sizeof key1);
+    const unsigned len2 = BuildKey(mgr, other, key2, sizeof key2);
+    const unsigned lenCut = BuildKey(mgr, *value, cut, sizeof cut);
+    PrintHex("key", key1, len1);
+    PrintHex("key \"Strasse\"", key2, len2);
+    std::printf("  a key built into 10 bytes: result %u, its length word claims %u bytes: cut short\n", lenCut,
+                (cut[0] | cut[1] << 8) + 2u);
+    PrintHex("key cut at 10", cut, sizeof cut);
+
+    // 5. Compare stored keys in place, through the pointer an index scan takes once.
+    const LmTypeCmpFunc cmp = mgr.CmpFuncPtrGet(LmSTRING_T);
+    const unsigned char keyFormat = LM_STRFMT_ORDER | LmFormatLittle;
+    int r = cmp(keyFormat, len1, key1, len2, key2, LM_CMP_NO_WILDCARD, 1, status);
+    std::printf("  key compare with \"Strasse\": %d (status %d)\n", r, status);
+    r = cmp(keyFormat, sizeof cut, cut, len1, key1, LM_CMP_NO_WILDCARD, 1, status);
+    std::printf("  cut key against the whole key: %d (status %d = out of data)\n", r, status);
+
+    // 6. Step the key to the next longer one, the upper bound of a prefix search.
+    unsigned char next[64];
+    std::memcpy(next, key1, sizeof next);
+    status = desc->GetValue(next, sizeof next, keyFormat, 'N');
+    const unsigned lenNext = static_cast<unsigned>(next[0] | next[1] << 8) + 2;
+    std::printf("  GetValue 'N': status %d\n", status);
+    PrintHex("next key", next, lenNext);
+
+    // 7. Print the key as text: load it as an order-form string, then "%1M" and "%3M; ".
+    LmString keyText;
+    mgr.Load(LmSTRING_T, &keyText, key1, keyFormat, 1);
+    LmString shown;
+    desc->PrintToString(shown, &keyText, "%1M", 1);
+    PrintLine("key printed with %1M", shown);
+    desc->PrintToString(shown, &keyText, "%3M; ", 1);
+    std::printf("  key printed with %%3M:\n%s\n", shown.StrGet());
+
+    // 8. Load the stored record back, print it, delete both.
+    auto* loaded = static_cast<LmString*>(mgr.Create(LmSTRING_T, 1));
+    const unsigned read = mgr.Load(LmSTRING_T, loaded, disk.data(), LmFormatBig, 1);
+    LmString printed;
+    desc->PrintToString(printed, loaded, desc->exchangeFormat, 1);
+    std::printf("  loaded %u bytes back; equal to the original: %s\n", read,
+                mgr.Cmp(LmSTRING_T, value, loaded, LM_CMP_EXACT, 1, LmFormatMemory) == 0 ? "yes" : "no");
+    PrintLine("printed", printed);
+    mgr.Delete(LmSTRING_T, loaded, 1);
+    mgr.Delete(LmSTRING_T, value, 1);
+    std::printf("  deleted\n");
+}
+
 }  // namespace
 
 int main() {
@@ -89,6 +189,8 @@ int main() {
     mgr.Delete(Lm2B_T, shorts, 3);
     mgr.Delete(LmDOUBLE_T, doubles, 2);
     mgr.Delete(LmU8B_T, u8, 2);
+
+    StringRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");

@@ -8,6 +8,8 @@
 
 #include <cstdlib>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "lumotypes.h"
 
@@ -404,6 +406,47 @@ TEST(StrCmpPerformance, NoAllocationWithoutWildcards) {
     // The counter does see the library: backtracking over candidates allocates them.
     EXPECT_EQ(Cmp("abxabab", "ab*ab"), 0);
     EXPECT_GT(allocations, before);
+}
+
+}  // namespace
+
+namespace {
+
+// A count as large as any text here compares whole texts, but the walk then starts at
+// the first character, where a comparison without count starts behind the shared
+// start of the two texts. Both must give the same answer.
+TEST(StrCmpLevels, SharedStartDecidesNothing) {
+    const char* words[] = {"c",    "ch",   "cha",  "chx",  "cz",    "ll",    "lla",   "dz",      "dzs",
+                           "dzsa", "dza",  "cs",   "csa",  "aa",    "aab",   "ab",    "Stra\337e", "Strasse",
+                           "ma\337", "mass", "a b", "a-b",  "ab c",  "\xE9t\xE9", "ete", "Ete",  ""};
+    const unsigned char languages[] = {kGeneric, kGerman, kSwedish, kSpanishTraditional, 5, 13};
+    const unsigned short options[] = {LM_CMP_NO_WILDCARD, LM_CMP_NO_WILDCARD | LM_CMP_IGNORE_CASE,
+                                      LM_CMP_NO_WILDCARD | LM_CMP_SKIP_SPACES, LM_CMP_EXACT};
+    for (unsigned char language : languages) {
+        for (unsigned short option : options) {
+            for (const char* x : words) {
+                for (const char* y : words) {
+                    for (const char* prefix : {"", "x", "ac", "dd", "Ma"}) {
+                        const std::string a = std::string(prefix) + x, b = std::string(prefix) + y;
+                        const int whole = LmStrCmp(kLatin1, language, a.c_str(), kLatin1, language, b.c_str(),
+                                                   option, 1000, 1, nullptr);
+                        const int skipped = LmStrCmp(kLatin1, language, a.c_str(), kLatin1, language, b.c_str(),
+                                                     option, -1, 1, nullptr);
+                        EXPECT_EQ(whole, skipped) << a << " / " << b << " language " << int(language);
+                        // The same pair as 16-bit text in big-endian order.
+                        std::vector<unsigned char> wa, wb;
+                        for (unsigned char ch : a) wa.insert(wa.end(), {0, ch});
+                        for (unsigned char ch : b) wb.insert(wb.end(), {0, ch});
+                        wa.insert(wa.end(), {0, 0});
+                        wb.insert(wb.end(), {0, 0});
+                        EXPECT_EQ(skipped, LmStrCmp(kUnicode, language, wa.data(), kUnicode, language, wb.data(),
+                                                    option, -1, LmFormatBig, nullptr))
+                            << a << " / " << b << " language " << int(language) << " in code set 253";
+                    }
+                }
+            }
+        }
+    }
 }
 
 }  // namespace

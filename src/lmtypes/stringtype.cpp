@@ -170,8 +170,8 @@ ReadResult ReadElement(StoredSide& side, unsigned char format, int legacy, Store
         e.present = Min(inBlock, e.textBytes);
         e.text = side.p;
         const void* zero = inBlock != 0 ? std::memchr(side.p, 0, inBlock) : nullptr;
-        e.advance = zero != nullptr ? static_cast<unsigned>(static_cast<const unsigned char*>(zero) - side.p) + 1
-                                    : inBlock;
+        e.advance =
+            zero != nullptr ? static_cast<unsigned>(static_cast<const unsigned char*>(zero) - side.p) + 1 : inBlock;
     } else {
         if (side.bounded && side.left < 4) return ReadResult::OutOfData;
         const unsigned L = ReadWord(side.p, format);
@@ -234,12 +234,18 @@ private:
 };
 
 // A record's text is closed by 00 FF, which is no terminator of a 16-bit text: it is
-// copied and closed with a zero unit. A cut text (state 2) and an old-form string
-// stay in place; the first is bounded by a count, the second ends at its zero byte.
+// copied and closed with a zero unit. A whole old-form string ends at its own zero
+// byte and stays in place. A cut order text (state 2) stays in place too, bounded by
+// a count: its words are read one at a time. A cut text of characters is copied all
+// the same, because reading a character can look at the one behind it (a
+// contraction), which would lie beyond the bytes given; being cut, it is shorter than
+// kPartLimit, so the copy stays on the stack.
 void PrepareText(StoredText& e, Scratch& scratch) {
     if (e.textBytes == 0 || (e.state == 2 && e.present == 0)) {
         e.text = kEmptyText;
-    } else if (e.state != 2 && e.labels) {
+    } else if (e.state == 2) {
+        if (e.codeSet != LM_CODESET_ORDER) e.text = scratch.Hold(e.text, e.present);
+    } else if (e.labels) {
         e.text = scratch.Hold(e.text, e.textBytes);
     }
     if (e.state == 1) e.state = 0;
