@@ -4,7 +4,9 @@
 Each seed is the choice bytes a target reads first, followed by its data; the
 layouts are those of the targets' sources (tests/fuzz/*.cpp). The seeds are small,
 well-formed images of every string disk form, plus a few broken ones, so that the
-smoke runs of the test suite pass through every branch the inputs select."""
+smoke runs of the test suite pass through every branch the inputs select. The files
+named regress_* (inputs that once found a fault) and fz_* (a sample of a libFuzzer
+run's merged corpus) are kept beside them as they are; this script leaves them alone."""
 import os
 import struct
 import sys
