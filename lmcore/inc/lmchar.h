@@ -168,7 +168,11 @@ public:
     // Copies never own a buffer.
     LmStringIterator(const LmStringIterator& other);
     LmStringIterator& operator=(const LmStringIterator& other);
-    ~LmStringIterator();
+    // The start of an owned buffer is kept apart from the position, so an owning
+    // iterator can be destroyed wherever it stands.
+    ~LmStringIterator() {
+        if (owned != 0) delete[] buffer;
+    }
 
     int operator==(const LmStringIterator& other) const { return position == other.position ? 1 : 0; }
     // The next overflow entry as a value form (the entry is used up), otherwise a
@@ -198,6 +202,11 @@ public:
 
 private:
     friend class LmString;
+    // The comparison starts its walks behind the shared start of two texts, and the
+    // second walk as a copy of the first when both texts have the same labels.
+    friend int LmStrCmp(unsigned char codeSet1, unsigned char language1, const void* text1, unsigned char codeSet2,
+                        unsigned char language2, const void* text2, unsigned short option, short count,
+                        unsigned char format, int* difference);
     // Transform that stops writing where `limit` leaves no room for a character and
     // the terminator; null is no limit. Answers 1 when the text was cut, else 0.
     int TransformInto(LmStringIterator& target, LmCharOperation& operation, const unsigned char* limit);

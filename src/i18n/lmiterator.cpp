@@ -137,12 +137,6 @@ LmStringIterator& LmStringIterator::operator=(const LmStringIterator& other) {
     return *this;
 }
 
-// The start of an owned buffer is kept apart from the position, so an owning
-// iterator can be destroyed wherever it stands.
-LmStringIterator::~LmStringIterator() {
-    if (owned != 0) delete[] buffer;
-}
-
 // ---- Walking. ----
 
 uint16_t LmStringIterator::UnitAt() const {

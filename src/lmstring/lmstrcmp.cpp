@@ -350,11 +350,11 @@ uint16_t OrderAlone(const LmChar& c) {
 // followers, or one with a variant record for the language, which may have them. A
 // character that a code set without table of its own maps through Unicode is only
 // known for the ASCII range, which is the same in every 1-byte code set.
-bool MayOpenContraction(const LmCollationTable* table, bool mapped, uint16_t unit, unsigned char language) {
+bool MayOpenContraction(const LmCollationTable* table, bool mapped, uint16_t unit, uint16_t languageBit) {
     if (mapped && unit >= 0x80) return true;
     const LmCollationRecord* record = table->Find(unit);
     if (record == nullptr) return false;
-    return record->hasContraction != 0 || (record->hasLanguageVariants & LmLanguageBit(language)) != 0;
+    return record->hasContraction != 0 || (record->hasLanguageVariants & languageBit) != 0;
 }
 
 // Characters at the start of two texts in the same code set, language and byte order
@@ -363,9 +363,8 @@ bool MayOpenContraction(const LmCollationTable* table, bool mapped, uint16_t uni
 // characters before it may open a contraction (the longest contractions span three
 // characters), so that no contraction is split: a character that may open one must
 // not stand in either of the two places before the start. Answers the characters.
-unsigned SharedStart(const void* text1, const void* text2, unsigned char codeSet, unsigned char language,
-                     unsigned char format) {
-    const unsigned width = LmCodeSetWidth(codeSet);
+unsigned SharedStart(const void* text1, const void* text2, unsigned width, const LmCollationTable* table,
+                     bool mapped, uint16_t languageBit, bool big) {
     const auto* a = static_cast<const unsigned char*>(text1);
     const auto* b = static_cast<const unsigned char*>(text2);
     unsigned n = 0;
@@ -374,23 +373,12 @@ unsigned SharedStart(const void* text1, const void* text2, unsigned char codeSet
     } else {
         while (a[2 * n] == b[2 * n] && a[2 * n + 1] == b[2 * n + 1] && (a[2 * n] | a[2 * n + 1]) != 0) ++n;
     }
-    if (n == 0 || codeSet == LM_CODESET_ORDER) return n;  // order words form no contractions
-
-    const LmCodeSet* set = LmLanguageContext::QueryCodeSet(codeSet);
-    const LmCollationTable* table = set != nullptr ? set->collation : nullptr;
-    const bool mapped = table == nullptr;
-    if (mapped) {
-        const LmCodeSet* unicode = LmLanguageContext::QueryCodeSet(LM_CODESET_UNICODE);
-        table = unicode != nullptr ? unicode->collation : nullptr;
-        if (table == nullptr) return 0;
-    }
-    if (language == LM_LANGUAGE_DEFAULT) language = LmLanguageContext::GetDefaultLanguage();
-    const bool big = (format & 0x0F) == LmFormatBig;
+    if (n == 0 || table == nullptr) return n;  // order words form no contractions
     const auto opens = [&](unsigned i) {
         const uint16_t unit = width == 1 ? a[i]
                               : big      ? static_cast<uint16_t>(a[2 * i] << 8 | a[2 * i + 1])
                                          : static_cast<uint16_t>(a[2 * i] | a[2 * i + 1] << 8);
-        return MayOpenContraction(table, mapped, unit, language);
+        return MayOpenContraction(table, mapped, unit, languageBit);
     };
     unsigned safe = n;
     while (safe > 0 && (opens(safe - 1) || (safe >= 2 && opens(safe - 2)))) --safe;
@@ -423,16 +411,23 @@ int LmStrCmp(unsigned char codeSet1, unsigned char language1, const void* text1,
     if (codeSet1 == LM_CODESET_NATIVE) codeSet1 = LmLanguageContext::GetNativeCodeSet();
     if (codeSet2 == LM_CODESET_NATIVE) codeSet2 = LmLanguageContext::GetNativeCodeSet();
 
-    // Without wildcards and without a count, a shared start decides nothing.
-    if (!wild && limit == kNoLimit && codeSet1 == codeSet2 && language1 == language2 && text1 != nullptr &&
-        text2 != nullptr) {
-        const unsigned skip = SharedStart(text1, text2, codeSet1, language1, format) * LmCodeSetWidth(codeSet1);
-        text1 = static_cast<const unsigned char*>(text1) + skip;
-        text2 = static_cast<const unsigned char*>(text2) + skip;
-    }
-
     LmStringIterator it1(static_cast<const char*>(text1 != nullptr ? text1 : LmStringZeroText), codeSet1, language1,
                          format);
+    if (codeSet1 == codeSet2 && language1 == language2 && text2 != nullptr) {
+        // Same labels: the second walk is a copy of the first on the other text.
+        LmStringIterator it2(it1);
+        it2.position = static_cast<unsigned char*>(const_cast<void*>(text2));
+        // Without wildcards and without a count, a shared start decides nothing.
+        if (!wild && limit == kNoLimit && text1 != nullptr) {
+            const unsigned width = LmCodeSetWidth(codeSet1);
+            const unsigned skip = width * SharedStart(text1, text2, width, it1.table, it1.mapped != 0,
+                                                      it1.languageBit, (format & 0x0F) == LmFormatBig);
+            it1.position += skip;
+            it2.position += skip;
+        }
+        if ((option & LM_CMP_EXACT) != 0) return CompareExact(it1, it2, limit);
+        return CompareLevels(it1, it2, option, limit, codeSet1 == LM_CODESET_ORDER, difference);
+    }
     LmStringIterator it2(static_cast<const char*>(text2 != nullptr ? text2 : LmStringZeroText), codeSet2, language2,
                          format);
     if ((option & LM_CMP_EXACT) != 0) return CompareExact(it1, it2, limit);
