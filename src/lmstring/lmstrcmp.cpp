@@ -385,6 +385,29 @@ unsigned SharedStart(const void* text1, const void* text2, unsigned width, const
     return safe;
 }
 
+// The comparison key of the character at p when GetNextOrder(1) would give it by a
+// plain record of the dense range, and that character is significant (not of the
+// space or symbol class) or the end of the text. False sends the character to the
+// full walk: a contraction, a language variant, a record beyond the dense range.
+inline bool PlainKey(const unsigned char* p, unsigned width, bool big, const LmCollationTable& table,
+                     uint16_t languageBit, unsigned char textFamily, uint32_t& key) {
+    const uint16_t unit = width == 1 ? p[0]
+                          : big      ? static_cast<uint16_t>(p[0] << 8 | p[1])
+                                     : static_cast<uint16_t>(p[0] | p[1] << 8);
+    if (unit == 0) {
+        key = 0;
+        return true;
+    }
+    if (unit >= table.lowLimit) return false;
+    const LmCollationRecord& record = table.low[unit];
+    if ((record.hasLanguageVariants & languageBit) != 0 || record.hasContraction != 0) return false;
+    const unsigned char family = record.familySource != nullptr ? *record.familySource : textFamily;
+    const uint16_t order = record.order;
+    if (order != 0 && order < LM_ORDER_FIRST_DIGIT && family < LM_FAMILY_HAN) return false;
+    key = LmOrderKey(order, family);
+    return true;
+}
+
 }  // namespace
 
 int LmStrCmp(unsigned char codeSet1, unsigned char language1, const void* text1, unsigned char codeSet2,
@@ -414,17 +437,31 @@ int LmStrCmp(unsigned char codeSet1, unsigned char language1, const void* text1,
     LmStringIterator it1(static_cast<const char*>(text1 != nullptr ? text1 : LmStringZeroText), codeSet1, language1,
                          format);
     if (codeSet1 == codeSet2 && language1 == language2 && text2 != nullptr) {
-        // Same labels: the second walk is a copy of the first on the other text.
-        LmStringIterator it2(it1);
-        it2.position = static_cast<unsigned char*>(const_cast<void*>(text2));
+        const unsigned width = LmCodeSetWidth(codeSet1);
+        unsigned skip = 0;
         // Without wildcards and without a count, a shared start decides nothing.
         if (!wild && limit == kNoLimit && text1 != nullptr) {
-            const unsigned width = LmCodeSetWidth(codeSet1);
-            const unsigned skip = width * SharedStart(text1, text2, width, it1.table, it1.mapped != 0,
-                                                      it1.languageBit, (format & 0x0F) == LmFormatBig);
-            it1.position += skip;
-            it2.position += skip;
+            const bool big = (format & 0x0F) == LmFormatBig;
+            skip = width * SharedStart(text1, text2, width, it1.table, it1.mapped != 0, it1.languageBit, big);
+            // The first characters behind the shared start mostly decide at the primary
+            // level already: the first cycle of the walk, without the walk. Its first
+            // order words are the ones compared; an expansion's further words and every
+            // lower level only count when the primaries are equal.
+            uint32_t key1 = 0, key2 = 0;
+            if ((option & LM_CMP_EXACT) == 0 && it1.mapped == 0 && it1.table != nullptr &&
+                PlainKey(it1.position + skip, width, big, *it1.table, it1.languageBit, it1.textFamily, key1) &&
+                PlainKey(static_cast<const unsigned char*>(text2) + skip, width, big, *it1.table, it1.languageBit,
+                         it1.textFamily, key2) &&
+                (key1 & kPrimaryMask) != (key2 & kPrimaryMask)) {
+                const int primary = KeyDiff(key1 & kPrimaryMask, key2 & kPrimaryMask);
+                if (difference != nullptr && (option & LM_CMP_SKIP_SPACES) != 0) *difference = primary;
+                return primary;
+            }
         }
+        // Same labels: the second walk is a copy of the first on the other text.
+        LmStringIterator it2(it1);
+        it2.position = static_cast<unsigned char*>(const_cast<void*>(text2)) + skip;
+        it1.position += skip;
         if ((option & LM_CMP_EXACT) != 0) return CompareExact(it1, it2, limit);
         return CompareLevels(it1, it2, option, limit, codeSet1 == LM_CODESET_ORDER, difference);
     }
