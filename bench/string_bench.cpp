@@ -54,6 +54,7 @@ Corpus MakeCorpus(const char* path, unsigned char language) {
         const unsigned n = mgr.Translate(LmSTRING_T, key.data(), LM_STRFMT_ORDER | LmFormatLittle, kKeyCapacity, &s,
                                          LmFormatMemory, 0, 1);
         key.resize(n);
+        key.shrink_to_fit();
         c.keys.push_back(std::move(key));
     }
     return c;
@@ -206,6 +207,7 @@ std::vector<std::vector<uint8_t>> SortKeys(const Corpus& c, UCollator* coll) {
         std::vector<uint8_t> key(512);
         const int32_t n = ucol_getSortKey(coll, reinterpret_cast<const UChar*>(w.data()), -1, key.data(), 512);
         key.resize(static_cast<size_t>(n));
+        key.shrink_to_fit();
         keys.push_back(std::move(key));
     }
     return keys;

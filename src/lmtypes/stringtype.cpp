@@ -251,6 +251,68 @@ void PrepareText(StoredText& e, Scratch& scratch) {
     if (e.state == 1) e.state = 0;
 }
 
+// Two whole order-form keys of one family, compared in place without wildcards: the
+// words up to the first difference are the same on both sides and decide nothing at
+// any level, and the first differing words decide at the primary level when both are
+// significant (not of the space or symbol class). Answers false when the walk of
+// LmStrCmp is needed after all; otherwise `result` is what it would give.
+bool QuickKeyCompare(const StoredText& x, const StoredText& y, int& result) {
+    const unsigned n1 = x.textBytes / 2, n2 = y.textBytes / 2;
+    const unsigned n = Min(n1, n2);
+    // Order words are read low byte first whatever the byte order, as an order
+    // text's walk reads them; a zero word ends a text.
+    const auto word = [](const unsigned char* p, unsigned i) { return static_cast<uint16_t>(p[2 * i] | p[2 * i + 1] << 8); };
+    // Four words at a time: the first lane that differs or holds a zero word (a zero
+    // lane flags only itself and lanes above it), then the rest one by one.
+    unsigned i = 0;
+    for (; i + 4 <= n; i += 4) {
+        uint64_t a, b;
+        std::memcpy(&a, x.text + 2 * i, 8);
+        std::memcpy(&b, y.text + 2 * i, 8);
+        const uint64_t stop = (a ^ b) | ((a - 0x0001000100010001ull) & ~a & 0x8000800080008000ull);
+        if (stop != 0) {
+            i += static_cast<unsigned>(__builtin_ctzll(stop)) / 16;
+            break;
+        }
+    }
+    if (i + 4 > n)
+        while (i < n && word(x.text, i) == word(y.text, i) && word(x.text, i) != 0) ++i;
+    const uint16_t o1 = i < n1 ? word(x.text, i) : uint16_t{0};
+    const uint16_t o2 = i < n2 ? word(y.text, i) : uint16_t{0};
+    if (o1 == o2) {  // both ended: the same text
+        result = 0;
+        return o1 == 0;
+    }
+    const unsigned char family = x.language;
+    const auto significant = [family](uint16_t o) {
+        return o == 0 || o >= LM_ORDER_FIRST_DIGIT || family >= LM_FAMILY_HAN;
+    };
+    if (!significant(o1) || !significant(o2)) return false;
+    const int64_t primary = static_cast<int64_t>(LmOrderKey(o1, family) & ~127u) -
+                            static_cast<int64_t>(LmOrderKey(o2, family) & ~127u);
+    if (primary == 0) return false;
+    result = primary > INT32_MAX ? INT32_MAX : primary < -INT32_MAX ? -INT32_MAX : static_cast<int>(primary);
+    return true;
+}
+
+// The usual call of an index: one whole order-form key on each side, of one family,
+// with the lengths given. Decided in place when QuickKeyCompare can; false otherwise.
+bool QuickWholeKeys(unsigned char format, unsigned length1, const void* value1, unsigned length2, const void* value2,
+                    int& result) {
+    const auto* p1 = static_cast<const unsigned char*>(value1);
+    const auto* p2 = static_cast<const unsigned char*>(value2);
+    if (length1 < 6 || length2 < 6 || p1[2] != LM_CODESET_ORDER || p2[2] != LM_CODESET_ORDER || p1[3] != p2[3] ||
+        (p1[3] & LM_FAMILY_MIX) != 0)
+        return false;
+    const unsigned L1 = ReadWord(p1, format), L2 = ReadWord(p2, format);
+    if (L1 < 4 || L2 < 4 || L1 + 2 > length1 || L2 + 2 > length2) return false;
+    // Without the order bit, a final 0 would make the record an old-form block.
+    if ((format & LM_STRFMT_ORDER) == 0 && (p1[L1 + 1] == 0 || p2[L2 + 1] == 0)) return false;
+    StoredText x{p1 + 4, L1 - 4, L1 - 4, L1 + 2, LM_CODESET_ORDER, p1[3], true, 0};
+    StoredText y{p2 + 4, L2 - 4, L2 - 4, L2 + 2, LM_CODESET_ORDER, p2[3], true, 0};
+    return QuickKeyCompare(x, y, result);
+}
+
 }  // namespace
 
 // ---- Comparison. ----
@@ -291,10 +353,11 @@ int StringCompareCore(unsigned char format, unsigned length1, void* value1, unsi
             status = LM_ERR_OUT_OF_DATA;
             return result;
         }
-        PrepareText(x, scratch1);
-        PrepareText(y, scratch2);
-
-        if (x.text == nullptr || y.text == nullptr) {
+        if (!wildcards && (option & LM_CMP_EXACT) == 0 && x.state < 2 && y.state < 2 &&
+            x.codeSet == LM_CODESET_ORDER && y.codeSet == LM_CODESET_ORDER && x.language == y.language &&
+            (x.language & LM_FAMILY_MIX) == 0 && QuickKeyCompare(x, y, result)) {
+            // Decided in place, with no copy.
+        } else if (PrepareText(x, scratch1), PrepareText(y, scratch2), x.text == nullptr || y.text == nullptr) {
             // A text whose copy found no memory orders by the nulls.
             result = (x.text != nullptr ? 1 : 0) - (y.text != nullptr ? 1 : 0);
         } else {
@@ -360,8 +423,16 @@ int StringCompareCore(unsigned char format, unsigned length1, void* value1, unsi
     }
 }
 
+// The usual call of an index, two whole keys, is decided before the general walk sets
+// up its scratch buffers.
 int StringCompare(unsigned char format, unsigned length1, void* value1, unsigned length2, void* value2,
                   unsigned short option, unsigned count, int& status) {
+    int result;
+    if (count == 1 && (format & LmFormatMemory) == 0 && (option & (LM_CMP_NO_WILDCARD | LM_CMP_EXACT)) == LM_CMP_NO_WILDCARD &&
+        QuickWholeKeys(format, length1, value1, length2, value2, result)) {
+        status = LM_OK;
+        return result;
+    }
     return StringCompareCore(format, length1, value1, length2, value2, option, count, status, 0);
 }
 
