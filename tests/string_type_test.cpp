@@ -25,7 +25,7 @@ namespace {
 long allocations = 0;
 }
 
-void* operator new(std::size_t n) {
+[[gnu::noinline]] void* operator new(std::size_t n) {
     ++allocations;
     if (void* p = std::malloc(n != 0 ? n : 1)) return p;
     throw std::bad_alloc();
@@ -34,7 +34,8 @@ void* operator new(std::size_t n, const std::nothrow_t&) noexcept {
     ++allocations;
     return std::malloc(n != 0 ? n : 1);
 }
-// Not inlined: the compiler would otherwise see free() meet operator new.
+// Not inlined: the compiler would otherwise see free() meet operator new, or malloc()
+// meet operator delete.
 [[gnu::noinline]] void operator delete(void* p) noexcept { std::free(p); }
 [[gnu::noinline]] void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 
@@ -523,6 +524,45 @@ TEST(StringCompare, StoredKeysAreReadInPlaceWithoutAllocation) {
 // ---------------------------------------------------------------------------
 // Hashing.
 // ---------------------------------------------------------------------------
+
+// Two whole keys with their lengths given are decided in place; with the length 0
+// ("all") the same keys take the general walk. Both must agree, whatever the words:
+// ignorables, expansions, Han characters, keys that are prefixes of each other.
+TEST(StringCompare, KeysInPlaceAgreeWithTheWalk) {
+    const char* words[] = {"Kaffee", "Kaffeehaus", "Stra\xDF" "e", "Strasse", "a b", "ab", "a-b", "\xE9t\xE9",
+                           "ete",    "Ete",        "x",              "",        "1a", "a1", "it's", "its"};
+    const LmTypeMgr mgr(5);
+    const LmTypeCmpFunc cmp = mgr.CmpFuncPtrGet(LmSTRING_T);
+    std::vector<std::vector<unsigned char>> keys;
+    for (const char* w : words) {
+        for (const unsigned char language : {static_cast<unsigned char>(1), static_cast<unsigned char>(2)}) {
+            LmString s(w);
+            s.SetLanguage(language);
+            std::vector<unsigned char> key(64);
+            key.resize(mgr.Translate(LmSTRING_T, key.data(), 0x81, 64, &s, 8, 0, 1));
+            keys.push_back(key);
+        }
+    }
+    const unsigned short han[] = {0x4E2D, 0x6587, 0};
+    LmString wide(han);
+    std::vector<unsigned char> hanKey(64);
+    hanKey.resize(mgr.Translate(LmSTRING_T, hanKey.data(), 0x81, 64, &wide, 8, 0, 1));
+    keys.push_back(hanKey);
+    const unsigned short options[] = {LM_CMP_NO_WILDCARD, LM_CMP_NO_WILDCARD | LM_CMP_IGNORE_CASE,
+                                      LM_CMP_NO_WILDCARD | LM_CMP_SKIP_SPACES};
+    for (const unsigned short option : options) {
+        for (auto& a : keys) {
+            for (auto& b : keys) {
+                int s1 = -1, s2 = -1;
+                const int inPlace = cmp(0x81, static_cast<unsigned>(a.size()), a.data(),
+                                        static_cast<unsigned>(b.size()), b.data(), option, 1, s1);
+                const int walked = cmp(0x81, 0, a.data(), 0, b.data(), option, 1, s2);
+                EXPECT_EQ(inPlace, walked);
+                EXPECT_EQ(s1, s2);
+            }
+        }
+    }
+}
 
 TEST(StringHash, GoldenCodes) {
     // Memory value, disk images in both byte orders and code sets, the order-form key
