@@ -363,8 +363,8 @@ bool MayOpenContraction(const LmCollationTable* table, bool mapped, uint16_t uni
 // characters before it may open a contraction (the longest contractions span three
 // characters), so that no contraction is split: a character that may open one must
 // not stand in either of the two places before the start. Answers the characters.
-unsigned SharedStart(const void* text1, const void* text2, unsigned width, const LmCollationTable* table,
-                     bool mapped, uint16_t languageBit, bool big) {
+unsigned SharedStart(const void* text1, const void* text2, unsigned width, const LmCollationTable* table, bool mapped,
+                     uint16_t languageBit, bool big) {
     const auto* a = static_cast<const unsigned char*>(text1);
     const auto* b = static_cast<const unsigned char*>(text2);
     unsigned n = 0;

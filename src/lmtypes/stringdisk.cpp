@@ -257,9 +257,9 @@ unsigned BuildKeys(unsigned char* dest, unsigned char targetFormat, unsigned tar
         // Used up when not one whole character is left before sourceLength.
         const unsigned width = LmCodeSetWidth(source.GetCodeSet());
         const auto used = [&]() {
-            return !sourceMemory && static_cast<unsigned>(source.GetPosition() - reinterpret_cast<const char*>(src)) +
-                                            width >
-                                        sourceLength;
+            return !sourceMemory &&
+                   static_cast<unsigned>(source.GetPosition() - reinterpret_cast<const char*>(src)) + width >
+                       sourceLength;
         };
         unsigned char family = isNull ? 0 : source.GetFamily();
         unsigned char* record = dest + out;
@@ -445,11 +445,22 @@ unsigned StringSizeGet(const void* src, unsigned char sourceFormat, unsigned cha
     return total;
 }
 
-unsigned StringSizeGetFromMemFile(MemFile* file, unsigned char format, unsigned count) {
+namespace {
+// The bytes at the file's position and how many of them the file holds; null when
+// not even a length word can be had.
+const unsigned char* FileBytes(MemFile* file, unsigned& available) {
     uint32_t granted = 0;
     const unsigned char* bytes = file->Seek(0, MemFile::FromCurrent, 2, granted);
-    if (bytes == nullptr || granted < 2) return 0;
-    const unsigned available = file->Length() - file->Position();
+    if (bytes == nullptr || granted < 2) return nullptr;
+    available = file->Length() - file->Position();
+    return bytes;
+}
+}  // namespace
+
+unsigned StringSizeGetFromMemFile(MemFile* file, unsigned char format, unsigned count) {
+    unsigned available = 0;
+    const unsigned char* bytes = FileBytes(file, available);
+    if (bytes == nullptr) return 0;
     unsigned total = 0;
     unsigned at = 0;
     for (unsigned i = 0; i < count; ++i) {
@@ -545,10 +556,9 @@ unsigned StringSizeGetLegacy(const void* src, unsigned char sourceFormat, unsign
 }
 
 unsigned StringSizeGetFromMemFileLegacy(MemFile* file, unsigned char format, unsigned count) {
-    uint32_t granted = 0;
-    const unsigned char* bytes = file->Seek(0, MemFile::FromCurrent, 2, granted);
-    if (bytes == nullptr || granted < 2) return 0;
-    const unsigned available = file->Length() - file->Position();
+    unsigned available = 0;
+    const unsigned char* bytes = FileBytes(file, available);
+    if (bytes == nullptr) return 0;
     unsigned total = 0;
     unsigned at = 0;
     for (unsigned i = 0; i < count; ++i) {

@@ -261,7 +261,9 @@ bool QuickKeyCompare(const StoredText& x, const StoredText& y, int& result) {
     const unsigned n = Min(n1, n2);
     // Order words are read low byte first whatever the byte order, as an order
     // text's walk reads them; a zero word ends a text.
-    const auto word = [](const unsigned char* p, unsigned i) { return static_cast<uint16_t>(p[2 * i] | p[2 * i + 1] << 8); };
+    const auto word = [](const unsigned char* p, unsigned i) {
+        return static_cast<uint16_t>(p[2 * i] | p[2 * i + 1] << 8);
+    };
     // Four words at a time: the first lane that differs or holds a zero word (a zero
     // lane flags only itself and lanes above it), then the rest one by one.
     unsigned i = 0;
@@ -288,8 +290,8 @@ bool QuickKeyCompare(const StoredText& x, const StoredText& y, int& result) {
         return o == 0 || o >= LM_ORDER_FIRST_DIGIT || family >= LM_FAMILY_HAN;
     };
     if (!significant(o1) || !significant(o2)) return false;
-    const int64_t primary = static_cast<int64_t>(LmOrderKey(o1, family) & ~127u) -
-                            static_cast<int64_t>(LmOrderKey(o2, family) & ~127u);
+    const int64_t primary =
+        static_cast<int64_t>(LmOrderKey(o1, family) & ~127u) - static_cast<int64_t>(LmOrderKey(o2, family) & ~127u);
     if (primary == 0) return false;
     result = primary > INT32_MAX ? INT32_MAX : primary < -INT32_MAX ? -INT32_MAX : static_cast<int>(primary);
     return true;
@@ -353,9 +355,9 @@ int StringCompareCore(unsigned char format, unsigned length1, void* value1, unsi
             status = LM_ERR_OUT_OF_DATA;
             return result;
         }
-        if (!wildcards && (option & LM_CMP_EXACT) == 0 && x.state < 2 && y.state < 2 &&
-            x.codeSet == LM_CODESET_ORDER && y.codeSet == LM_CODESET_ORDER && x.language == y.language &&
-            (x.language & LM_FAMILY_MIX) == 0 && QuickKeyCompare(x, y, result)) {
+        if (!wildcards && (option & LM_CMP_EXACT) == 0 && x.state < 2 && y.state < 2 && x.codeSet == LM_CODESET_ORDER &&
+            y.codeSet == LM_CODESET_ORDER && x.language == y.language && (x.language & LM_FAMILY_MIX) == 0 &&
+            QuickKeyCompare(x, y, result)) {
             // Decided in place, with no copy.
         } else if (PrepareText(x, scratch1), PrepareText(y, scratch2), x.text == nullptr || y.text == nullptr) {
             // A text whose copy found no memory orders by the nulls.
@@ -428,7 +430,8 @@ int StringCompareCore(unsigned char format, unsigned length1, void* value1, unsi
 int StringCompare(unsigned char format, unsigned length1, void* value1, unsigned length2, void* value2,
                   unsigned short option, unsigned count, int& status) {
     int result;
-    if (count == 1 && (format & LmFormatMemory) == 0 && (option & (LM_CMP_NO_WILDCARD | LM_CMP_EXACT)) == LM_CMP_NO_WILDCARD &&
+    if (count == 1 && (format & LmFormatMemory) == 0 &&
+        (option & (LM_CMP_NO_WILDCARD | LM_CMP_EXACT)) == LM_CMP_NO_WILDCARD &&
         QuickWholeKeys(format, length1, value1, length2, value2, result)) {
         status = LM_OK;
         return result;
@@ -483,35 +486,29 @@ uint32_t HashString(unsigned char codeSet, unsigned char language, const void* t
     return h;
 }
 
-uint32_t HashLmString(const LmString& s) {
+namespace {
+// h = h * 9 + (unit & mask): 16-bit units in code set 253, otherwise signed bytes up
+// to the first zero byte.
+uint32_t PlainHash(const LmString& s, uint32_t mask) {
     uint32_t h = 0;
     if (s.GetCodeSet() == LM_CODESET_UNICODE) {
         for (const char* p = s.StrGet();; p += 2) {
             uint16_t unit;
             std::memcpy(&unit, p, 2);
             if (unit == 0) break;
-            h = h * 9 + unit;
+            h = h * 9 + (unit & mask);
         }
     } else {
-        for (const char* p = s.StrGet(); *p != 0; ++p) h = h * 9 + static_cast<uint32_t>(static_cast<int32_t>(*p));
+        for (const char* p = s.StrGet(); *p != 0; ++p)
+            h = h * 9 + (static_cast<uint32_t>(static_cast<int32_t>(*p)) & mask);
     }
     return h;
 }
+}  // namespace
 
-uint32_t HashLmString7(const LmString& s) {
-    uint32_t h = 0;
-    if (s.GetCodeSet() == LM_CODESET_UNICODE) {
-        for (const char* p = s.StrGet();; p += 2) {
-            uint16_t unit;
-            std::memcpy(&unit, p, 2);
-            if (unit == 0) break;
-            h = h * 9 + (unit & 127u);
-        }
-    } else {
-        for (const char* p = s.StrGet(); *p != 0; ++p) h = h * 9 + (static_cast<uint32_t>(*p) & 127u);
-    }
-    return h;
-}
+uint32_t HashLmString(const LmString& s) { return PlainHash(s, 0xFFFFFFFFu); }
+
+uint32_t HashLmString7(const LmString& s) { return PlainHash(s, 127u); }
 
 // Element hashes are combined by exclusive or and multiplied once at the end, also
 // when the loop leaves early.
