@@ -7,6 +7,13 @@
 #include "lmstrtype.h"
 #include "lmtypedesc.h"
 
+// A 16-bit word of a disk image: only the low nibble 2 is most significant byte
+// first. Length words of records are read this way everywhere.
+inline uint16_t ReadWord(const unsigned char* p, unsigned char format) {
+    return (format & 15u) == LmFormatBig ? static_cast<uint16_t>(p[0] << 8 | p[1])
+                                         : static_cast<uint16_t>(p[0] | p[1] << 8);
+}
+
 // ---- Disk form (stringdisk.cpp). ----
 unsigned StringNullSizeGet(unsigned count);
 unsigned StringSizeGetFromMemFile(MemFile* file, unsigned char format, unsigned count);

@@ -34,12 +34,6 @@ int unicodeNarrowing = -1;
 
 inline unsigned Min(unsigned a, unsigned b) { return a < b ? a : b; }
 
-inline uint16_t ReadWord(const unsigned char* p, unsigned char format) {
-    uint16_t word = 0;
-    ShortStoreOne(&word, p, format);
-    return word;
-}
-
 inline void WriteWord(unsigned char* p, uint16_t word, unsigned char format) { ShortStoreOne(p, &word, format); }
 
 inline bool IsMemory(unsigned char format) { return (format & LmFormatMemory) != 0; }

@@ -34,12 +34,6 @@ alignas(4) constexpr unsigned char kEmptyText[4] = {0, 0, 0, 0};
 
 inline unsigned Min(unsigned a, unsigned b) { return a < b ? a : b; }
 
-// A 16-bit word of a disk image; only the low nibble 2 is most significant byte first.
-inline unsigned ReadWord(const unsigned char* p, unsigned char format) {
-    return (format & 15u) == LmFormatBig ? static_cast<unsigned>(p[0] << 8 | p[1])
-                                         : static_cast<unsigned>(p[0] | p[1] << 8);
-}
-
 // ---- Life cycle. One string comes alone from the allocator. Several come in one
 // block: the count in its first 8 bytes, the strings behind it, and the caller holds
 // the address behind the count. ----
@@ -816,14 +810,14 @@ constexpr LmTypeDesc StringSharedSlots(LmTypeDesc row) {
     row.Copy = StringCopy;
     row.PrintToString = StringPrintToString;
     row.ScanFromString = StringScanFromString;
+    row.Load = StringLoad;
+    row.NullSizeGet = StringNullSizeGet;
     return row;
 }
 
 constexpr LmTypeDesc StringRow() {
     LmTypeDesc row = StringSharedSlots(IllegalRow("LmString", "LmSTRING_T", 16, 0, "%s"));
     row.Store = StringStore;
-    row.Load = StringLoad;
-    row.NullSizeGet = StringNullSizeGet;
     row.SizeGet = StringSizeGet;
     row.SizeGetFromMemFile = StringSizeGetFromMemFile;
     row.Translate = StringTranslate;
@@ -840,8 +834,6 @@ constexpr LmTypeDesc StringRow() {
 constexpr LmTypeDesc StringLegacyRow() {
     LmTypeDesc row = StringSharedSlots(IllegalRow("LmString", "LmSTRING_T", 16, 0, "%s"));
     row.Store = StringStoreLegacy;
-    row.Load = StringLoad;
-    row.NullSizeGet = StringNullSizeGet;
     row.SizeGet = StringSizeGetLegacy;
     row.SizeGetFromMemFile = StringSizeGetFromMemFileLegacy;
     row.Translate = StringTranslateLegacy;

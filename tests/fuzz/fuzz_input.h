@@ -10,6 +10,8 @@
 #include <memory>
 #include <vector>
 
+#include "lmstring.h"
+
 class FuzzInput {
 public:
     FuzzInput(const uint8_t* data, size_t size) : p(data), n(size) {}
@@ -47,6 +49,22 @@ inline std::vector<uint8_t> TerminatedText(const std::vector<uint8_t>& raw, unsi
     std::vector<uint8_t> out(raw.begin(), raw.begin() + static_cast<std::ptrdiff_t>(raw.size() / width * width));
     out.insert(out.end(), width, 0);
     return out;
+}
+
+// Fills `count` strings of a fresh array from the input: a code set and a language
+// picked from the given ones, then a text of up to `maxText` bytes.
+template <size_t C, size_t L>
+void FillStrings(FuzzInput& in, const unsigned char (&codeSets)[C], const unsigned char (&languages)[L],
+                 LmString* strings, unsigned count, unsigned maxText = 256) {
+    for (unsigned i = 0; i < count; ++i) {
+        const unsigned char codeSet = in.Pick(codeSets);
+        const unsigned char language = in.Pick(languages);
+        const unsigned width = LmCodeSetWidth(codeSet);
+        const std::vector<uint8_t> text = TerminatedText(in.Take(in.Byte() % maxText), width);
+        strings[i].SetCodeSet(codeSet);
+        LmStringAssignRaw(strings[i], text.data(), codeSet, static_cast<uint16_t>(text.size() / width - 1), 1);
+        strings[i].SetLanguage(language);
+    }
 }
 
 // A heap block of exactly `bytes` + `padding` bytes (new[] of 0 bytes included, so

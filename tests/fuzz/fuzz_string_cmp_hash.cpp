@@ -12,18 +12,6 @@ constexpr unsigned char kFormats[] = {1, 2, 0x81, 0x82, 8};
 constexpr unsigned char kCodeSets[] = {0, 1, 2, 3, 253, 254};
 constexpr unsigned char kLanguages[] = {0, 1, 2, 3, 4, 5, 13, 254, 0x85};
 constexpr unsigned kRecordReach = 65538;
-
-void FillStrings(FuzzInput& in, LmString* strings, unsigned count) {
-    for (unsigned i = 0; i < count; ++i) {
-        const unsigned char codeSet = in.Pick(kCodeSets);
-        const unsigned char language = in.Pick(kLanguages);
-        const unsigned width = LmCodeSetWidth(codeSet);
-        const std::vector<uint8_t> text = TerminatedText(in.Take(in.Byte() % 64u), width);
-        strings[i].SetCodeSet(codeSet);
-        LmStringAssignRaw(strings[i], text.data(), codeSet, static_cast<uint16_t>(text.size() / width - 1), 1);
-        strings[i].SetLanguage(language);
-    }
-}
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -40,8 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         auto* left = static_cast<LmString*>(mgr.Create(LmSTRING_T, n));
         auto* right = static_cast<LmString*>(mgr.Create(LmSTRING_T, n));
         if (left != nullptr && right != nullptr) {
-            FillStrings(in, left, n);
-            FillStrings(in, right, n);
+            FillStrings(in, kCodeSets, kLanguages, left, n, 64);
+            FillStrings(in, kCodeSets, kLanguages, right, n, 64);
             mgr.Cmp(LmSTRING_T, 0, left, 0, right, option, count, format, status);
             mgr.Hash(LmSTRING_T, 0, left, count, format, status);
         }

@@ -18,19 +18,6 @@ constexpr unsigned char kTargetFormats[] = {1, 2, 8, 0x81, 0x82, 0xA1, 0xC1, 0xE
 constexpr unsigned char kCodeSets[] = {0, 1, 2, 3, 253, 254};
 constexpr unsigned char kLanguages[] = {0, 1, 2, 3, 4, 5, 13, 254};
 constexpr unsigned kRecordReach = 65538;
-
-// Fills `count` strings of a fresh array from the input: labels, then a text.
-void FillStrings(FuzzInput& in, LmString* strings, unsigned count) {
-    for (unsigned i = 0; i < count; ++i) {
-        const unsigned char codeSet = in.Pick(kCodeSets);
-        const unsigned char language = in.Pick(kLanguages);
-        const unsigned width = LmCodeSetWidth(codeSet);
-        const std::vector<uint8_t> text = TerminatedText(in.Take(in.Byte()), width);
-        strings[i].SetCodeSet(codeSet);
-        LmStringAssignRaw(strings[i], text.data(), codeSet, static_cast<uint16_t>(text.size() / width - 1), 1);
-        strings[i].SetLanguage(language);
-    }
-}
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -51,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (sourceMemory) {
         sourceStrings = mgr.Create(LmSTRING_T, count);
         if (sourceStrings == nullptr) return 0;
-        FillStrings(in, static_cast<LmString*>(sourceStrings), count);
+        FillStrings(in, kCodeSets, kLanguages, static_cast<LmString*>(sourceStrings), count);
     } else {
         sourceBytes = in.Rest();
         // Keys longer than 259 bytes never come to the truncated-key load.
