@@ -205,6 +205,60 @@ public:
     unsigned char GetLanguage() const { return language; }
     void SetLanguage(unsigned char lang) { language = lang; }
 
+    // ---- Access and number casts. ----
+    // For i up to Len(): the character in the buffer, terminator included; beyond it
+    // the zero character. A negative index is not guarded.
+    LmChar operator[](int i) const;
+    // No buffer: 0. Hexadecimal and octal forms are read unless bit 0 of
+    // ___LmTypeMgrOptions asks for decimal (1-byte code sets only).
+    operator short() const;
+    operator int() const;
+    operator long long() const;
+    operator double() const;  // "%.17g" scan, with Infinity, -Infinity and NaN
+    // 0 and the number, or -1 (and 0) when the text starts with neither a digit nor '-'.
+    int Atol(int& n) const;
+    int Atoll(long long& n) const;
+    int Strtol(int& n) const;
+    int Strtoll(long long& n) const;
+
+    // ---- Comparison by LmStrCmp (format 1). An option of 65535 or more is the
+    // process-wide default, which may let this string's right operand hold wildcards. ----
+    int Compare(const LmString& other, short count = -1, unsigned short option = LM_CMP_DEFAULT) const;
+    int operator==(const LmString& other) const;
+    int operator!=(const LmString& other) const;  // the comparison's result itself
+    int operator<(const LmString& other) const;
+    int operator<=(const LmString& other) const;
+    int operator>(const LmString& other) const;
+    int operator>=(const LmString& other) const;
+    int EqualsIgnoreLanguage(const LmString& other) const;
+
+    // ---- Search: the character position of the first match at or after start, or -1.
+    // With wildcards active the pattern matches a prefix of the rest. ----
+    short Find(const LmString& pattern, uint16_t start = 0, unsigned short option = LM_CMP_DEFAULT) const;
+    short Find(char c, uint16_t start = 0, unsigned short option = LM_CMP_DEFAULT) const;
+    short Find(unsigned short c, uint16_t start = 0, unsigned short option = LM_CMP_DEFAULT) const;
+    short SubStringPos(const LmString& pattern, unsigned short option = LM_CMP_DEFAULT) const;
+
+    // ---- Pieces: new strings in this string's code set and language. ----
+    LmString Copy(uint16_t position, uint16_t n = 65535) const;
+    LmString Left(uint16_t n) const;
+    LmString Right(uint16_t n) const;
+
+    // ---- Changes in place. ----
+    LmString& Cut(uint16_t position, uint16_t n = 65535);
+    LmString& Insert(const LmString& other, uint16_t position);
+    LmString& Replace(const LmString& other, uint16_t position);  // overwrites, never grows
+    LmString& ReplaceAll(const LmString& from, const LmString& to, uint16_t start = 0);
+    LmString& ReplaceAll(char from, char to, uint16_t start = 0);  // to 0 deletes
+    LmString& ReplaceAll(unsigned short from, unsigned short to, uint16_t start = 0);
+    LmString& Expand(uint16_t n, char c);  // pads with c up to n characters
+    LmString& Expand(uint16_t n, unsigned short c);
+    LmString& Fill(uint16_t n, char c);  // n copies of c
+    LmString& Fill(uint16_t n, unsigned short c);
+    LmString& LeftTrim();
+    LmString& RightTrim();  // the first character is never examined
+    LmString& Trim();
+
     // ---- Case. The text runs through LmStringIterator::Transform into a fresh
     // buffer; an upper case of several characters (German sharp s) grows the text. ----
     LmString& Transform(LmCharOperation& operation);
@@ -247,6 +301,10 @@ private:
     unsigned char codeSet;
     unsigned char language;
 };
+
+// The next item of a separated list, trimmed, from position on: 0, or
+// LM_ERR_BAD_POSITION when there is none. Start with position 0.
+LM_EXPORT int LmSplitList(LmString& list, LmString& item, const LmString& separator, unsigned short& position);
 
 // A string in a's code set and language holding a, then b converted to it.
 LM_EXPORT LmString operator+(const LmString& a, const LmString& b);

@@ -3,6 +3,7 @@
 #ifndef LMTYPEMGR_H
 #define LMTYPEMGR_H
 
+#include "lmconvert.h"
 #include "lmtypedesc.h"
 
 class LM_EXPORT LmTypeMgr {
@@ -117,9 +118,37 @@ public:
     // 0 and the id for an exact (case-sensitive) type name; else 1 and id 47.
     int Name2LmTypeId(const char* name, char& id) const noexcept;
 
+    // Steps a value to the next key (mode 'M' or 'N') or to the present ('O'), in
+    // memory (format 8), on a key of id 11, or on a disk image (formats 1 and 0x81).
+    // 0, LM_ERR_NO_NEXT_VALUE or LM_ERR_NOT_SUPPORTED.
+    int GetValue(char id, void* value, unsigned len, unsigned char format, unsigned char mode) const;
+    // The type's own null, or else what it converts from an empty text. Answers 0 or
+    // the slot's status.
+    int SetNullValue(char id, void* value) const;
+    // Writes the stamp record (fields of LmDateTimeN) into dest as the date or time
+    // type of the id; bytes written or a status. Ask capability 3 first.
+    int StoreTimeStamp(char id, void* dest, unsigned char format, void* stamp) const;
+    // A null format is the type's exchange format. One element replaces out's text;
+    // an array is appended, its elements separated by ",".
+    LmString& PrintToLmString(char id, LmString& out, void* value, const char* format, unsigned count) const;
+    void* ScanFromLmString(char id, void* value, LmString& text, const char* format, unsigned count) const;
+
+    // An array of values as a wrapper of strings that owns them; null when the type
+    // has no conversion.
+    LmTypeConvertData* ConvertTo(char id, void* value, unsigned count) const;
+    // A new array of count values from a wrapper, which then owns its strings.
+    void* ConvertFrom(char id, LmTypeConvertData* data, unsigned count) const;
+
     // The text that stands for a null value in print and scan: "{NULL}" from load on.
     static const LmString& GetNullPrintString();
     static void SetNullPrintString(const LmString& text);
+
+protected:
+    // The old one-string form of an array: every element followed by a delimiter
+    // that occurs in none of them, so the last character names the delimiter.
+    LmString* ConvertToLmStringOld(void* value, char id, unsigned count) const;
+    // Its reader: consumes text and answers a new array of count values.
+    void* ConvertFromLmStringOld(LmString* text, char id, unsigned count) const;
 
 private:
     template <typename T>

@@ -4,9 +4,12 @@
 
 #include "lmchar.h"
 #include "lmcompare.h"
+#include "lmconvert.h"
 #include "lmdefs.h"
+#include "lmmbs.h"
 #include "lmstring.h"
 #include "lmstrtype.h"
+#include "lmtext.h"
 #include "lmtypedesc.h"
 #include "lmtypemgr.h"
 #include "lumobase.h"

@@ -88,6 +88,64 @@ unsigned TranslateByForm(void* dest, unsigned char destFormat, unsigned destLen,
     return count * Width;
 }
 
+// ---- Print and scan of the plain numbers and the boolean (scalartext.cpp). ----
+LmString& CharPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* CharScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& ShortPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* ShortScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& LongPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* LongScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& IntPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* IntScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& O_8BPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* O_8BScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& DoublePrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* DoubleScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& FloatPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* FloatScanFromString(void* value, LmString& text, const char* format, unsigned count);
+LmString& BooleanPrintToString(LmString& out, void* value, const char* format, unsigned count);
+void* BooleanScanFromString(void* value, LmString& text, const char* format, unsigned count);
+
+// ---- Conversions to and from arrays of strings (convert.cpp). The exported ones
+// of o_char, o_2b, o_u2b and o_u1b are in lmconvert.h. ----
+LmTypeConvertData* IntConvertToLmString(void* value, unsigned count);  // o_4b, int, enum
+void* IntConvertFromLmString(LmTypeConvertData* data, unsigned count);
+LmTypeConvertData* DwordConvertToLmString(void* value, unsigned count);  // o_u4b, unsigned, BlockId
+void* DwordConvertFromLmString(LmTypeConvertData* data, unsigned count);
+LmTypeConvertData* DoubleConvertToLmString(void* value, unsigned count);
+void* DoubleConvertFromLmString(LmTypeConvertData* data, unsigned count);
+LmTypeConvertData* FloatConvertToLmString(void* value, unsigned count);
+void* FloatConvertFromLmString(LmTypeConvertData* data, unsigned count);
+LmTypeConvertData* O_8BConvertToLmString(void* value, unsigned count);
+void* O_8BConvertFromLmString(LmTypeConvertData* data, unsigned count);
+LmTypeConvertData* O_U8BConvertToLmString(void* value, unsigned count);
+void* O_U8BConvertFromLmString(LmTypeConvertData* data, unsigned count);
+LmTypeConvertData* StringConvertToLmString(void* value, unsigned count);
+void* StringConvertFromLmString(LmTypeConvertData* data, unsigned count);
+
+// ---- Default values (convert.cpp). ----
+// What the type's ConvertFrom makes of count empty texts, through a wrapper that
+// owns nothing.
+void* DefaultFromText(LmTypeConvertFromFunc convertFrom, unsigned count);
+template <LmTypeConvertFromFunc ConvertFromFn>
+void* DefaultValueFromText(unsigned count, int /*asNull: not looked at*/) {
+    return DefaultFromText(ConvertFromFn, count);
+}
+// Id 11: from text, or with asNull the created strings each made null.
+void* StringDefaultValue(unsigned count, int asNull);
+
+// ---- GetValue slots of the plain numbers (scalarstep.cpp): memory form only. ----
+int CharGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);   // o_char
+int ByteGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);   // o_u1b
+int ShortGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);  // o_2b
+int WordGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);   // o_u2b
+int LongGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);   // o_4b, int
+int DwordGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);  // o_u4b, unsigned, BlockId
+int O_8BGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);
+int O_U8BGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);
+int DoubleGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);
+int FloatGetValue(void* value, unsigned len, unsigned char format, unsigned char mode);
+
 // ---- Descriptor records. ----
 extern LmTypeDesc LmDesc_o_char, LmDesc_o_2b, LmDesc_o_4b, LmDesc_o_double, LmDesc_o_float, LmDesc_o_u2b, LmDesc_o_u4b,
     LmDesc_int, LmDesc_unsigned, LmDesc_enum, LmDesc_o_u1b, LmDesc_BlockId, LmDesc_o_8b, LmDesc_o_u8b;

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "lmcompare.h"
+#include "lmconvert.h"
 #include "lmslots.h"
 
 namespace {
@@ -79,13 +80,14 @@ unsigned DoubleSizeGetFromMemFile(MemFile*, unsigned char format, unsigned count
     return DoubleSizeGet(nullptr, 8, static_cast<unsigned char>(format & 15), count);
 }
 
-// The record of one plain number type. Print, scan, conversion, default and
-// stepping slots hold the "illegal" operations until the text services come.
-template <typename T, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn>
+// The record of one plain number type. Its default is what it converts from an
+// empty text.
+template <typename T, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn, LmTypeConvertFromFunc ConvertFromFn>
 constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char* exchangeFormat,
                                LmTypeNullSizeGetFunc nullSizeGet, LmTypeSizeGetFunc sizeGet,
                                LmTypeSizeGetFromMemFileFunc sizeGetFromMemFile, LmTypeCmpFunc cmp,
-                               LmTypeHashFunc hash) {
+                               LmTypeHashFunc hash, LmTypePrintFunc print, LmTypeScanFunc scan,
+                               LmTypeConvertToFunc convertTo, LmTypeGetValueFunc getValue) {
     return LmTypeDesc{name,
                       idName,
                       ScalarCreate<T>,
@@ -98,8 +100,8 @@ constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char*
                       cmp,
                       IllegalEvalAndBound,
                       hash,
-                      IllegalConvertTo,
-                      IllegalConvertFrom,
+                      convertTo,
+                      ConvertFromFn,
                       ScalarConstructor<T>,
                       ScalarDestructor,
                       ScalarAssignment<T>,
@@ -108,43 +110,57 @@ constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char*
                       NeverNullValue,
                       nullptr,
                       exchangeFormat,
-                      IllegalPrintToString,
-                      IllegalScanFromString,
+                      print,
+                      scan,
                       static_cast<uint16_t>(sizeof(T)),
                       1,
-                      IllegalDefaultValue,
-                      RefuseGetValue,
+                      DefaultValueFromText<ConvertFromFn>,
+                      getValue,
                       nullptr};
 }
 
 }  // namespace
 
-constinit LmTypeDesc LmDesc_o_char = ScalarRow<int8_t, CharStore, CharStore>(
-    "o_char", "Lm1B_T", "%c", CharNullSizeGet, CharSizeGet, FixedSizeGetFromMemFile<1>, CharCompare, CharHash);
-constinit LmTypeDesc LmDesc_o_u1b = ScalarRow<uint8_t, CharStore, CharStore>(
-    "o_u1b", "LmU1B_T", "%c", CharNullSizeGet, CharSizeGet, FixedSizeGetFromMemFile<1>, ByteCompare, ByteHash);
-constinit LmTypeDesc LmDesc_o_2b = ScalarRow<int16_t, ShortStore, ShortStore>(
-    "o_2b", "Lm2B_T", "%hd", ShortNullSizeGet, ShortSizeGet, FixedSizeGetFromMemFile<2>, ShortCompare, ShortHash);
-constinit LmTypeDesc LmDesc_o_u2b = ScalarRow<uint16_t, ShortStore, ShortStore>(
-    "o_u2b", "LmU2B_T", "%hu", ShortNullSizeGet, ShortSizeGet, FixedSizeGetFromMemFile<2>, WordCompare, WordHash);
-constinit LmTypeDesc LmDesc_o_4b = ScalarRow<int32_t, LongStore, LongStore>(
-    "o_4b", "Lm4B_T", "%ld", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, LongCompare, LongHash);
-constinit LmTypeDesc LmDesc_o_u4b = ScalarRow<uint32_t, LongStore, LongStore>(
-    "o_u4b", "LmU4B_T", "%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash);
-constinit LmTypeDesc LmDesc_BlockId = ScalarRow<uint32_t, LongStore, LongStore>(
-    "BlockId", "LmBLOCKID_T", "#%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash);
-constinit LmTypeDesc LmDesc_int = ScalarRow<int32_t, IntStore, IntLoad>(
-    "int", "LmINT_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash);
-constinit LmTypeDesc LmDesc_enum = ScalarRow<int32_t, IntStore, IntLoad>(
-    "enum", "LmENUM_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash);
-constinit LmTypeDesc LmDesc_unsigned = ScalarRow<uint32_t, UnsignedStore, UnsignedLoad>(
-    "unsigned", "LmUNSIGNED_T", "%u", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, UnsignedCompare, IntHash);
-constinit LmTypeDesc LmDesc_o_float = ScalarRow<float, FloatStore, FloatStore>(
-    "o_float", "LmFLOAT_T", "%.17g", FloatNullSizeGet, FloatSizeGet, FloatSizeGetFromMemFile, FloatCompare, FloatHash);
-constinit LmTypeDesc LmDesc_o_double =
-    ScalarRow<double, DoubleStore, DoubleStore>("o_double", "LmDOUBLE_T", "%.17g", DoubleNullSizeGet, DoubleSizeGet,
-                                                DoubleSizeGetFromMemFile, DoubleCompare, DoubleHash);
-constinit LmTypeDesc LmDesc_o_8b = ScalarRow<int64_t, O_8BStore, O_8BStore>(
-    "o_8b", "Lm8B_T", "%I64d", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_8BCompare, O_8BHash);
-constinit LmTypeDesc LmDesc_o_u8b = ScalarRow<uint64_t, O_8BStore, O_8BStore>(
-    "o_u8b", "LmU8B_T", "%I64u", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_U8BCompare, O_8BHash);
+constinit LmTypeDesc LmDesc_o_char = ScalarRow<int8_t, CharStore, CharStore, CharConvertFromLmString>(
+    "o_char", "Lm1B_T", "%c", CharNullSizeGet, CharSizeGet, FixedSizeGetFromMemFile<1>, CharCompare, CharHash,
+    CharPrintToString, CharScanFromString, CharConvertToLmString, CharGetValue);
+constinit LmTypeDesc LmDesc_o_u1b = ScalarRow<uint8_t, CharStore, CharStore, O_U1BConvertFromLmString>(
+    "o_u1b", "LmU1B_T", "%c", CharNullSizeGet, CharSizeGet, FixedSizeGetFromMemFile<1>, ByteCompare, ByteHash,
+    CharPrintToString, CharScanFromString, O_U1BConvertToLmString, ByteGetValue);
+constinit LmTypeDesc LmDesc_o_2b = ScalarRow<int16_t, ShortStore, ShortStore, ShortConvertFromLmString>(
+    "o_2b", "Lm2B_T", "%hd", ShortNullSizeGet, ShortSizeGet, FixedSizeGetFromMemFile<2>, ShortCompare, ShortHash,
+    ShortPrintToString, ShortScanFromString, ShortConvertToLmString, ShortGetValue);
+constinit LmTypeDesc LmDesc_o_u2b = ScalarRow<uint16_t, ShortStore, ShortStore, WordConvertFromLmString>(
+    "o_u2b", "LmU2B_T", "%hu", ShortNullSizeGet, ShortSizeGet, FixedSizeGetFromMemFile<2>, WordCompare, WordHash,
+    ShortPrintToString, ShortScanFromString, WordConvertToLmString, WordGetValue);
+constinit LmTypeDesc LmDesc_o_4b = ScalarRow<int32_t, LongStore, LongStore, IntConvertFromLmString>(
+    "o_4b", "Lm4B_T", "%ld", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, LongCompare, LongHash,
+    LongPrintToString, LongScanFromString, IntConvertToLmString, LongGetValue);
+constinit LmTypeDesc LmDesc_o_u4b = ScalarRow<uint32_t, LongStore, LongStore, DwordConvertFromLmString>(
+    "o_u4b", "LmU4B_T", "%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash,
+    LongPrintToString, LongScanFromString, DwordConvertToLmString, DwordGetValue);
+constinit LmTypeDesc LmDesc_BlockId = ScalarRow<uint32_t, LongStore, LongStore, DwordConvertFromLmString>(
+    "BlockId", "LmBLOCKID_T", "#%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare,
+    LongHash, LongPrintToString, LongScanFromString, DwordConvertToLmString, DwordGetValue);
+constinit LmTypeDesc LmDesc_int = ScalarRow<int32_t, IntStore, IntLoad, IntConvertFromLmString>(
+    "int", "LmINT_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash, IntPrintToString,
+    IntScanFromString, IntConvertToLmString, LongGetValue);
+// enum prints and converts as int, but does not step.
+constinit LmTypeDesc LmDesc_enum = ScalarRow<int32_t, IntStore, IntLoad, IntConvertFromLmString>(
+    "enum", "LmENUM_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash,
+    IntPrintToString, IntScanFromString, IntConvertToLmString, RefuseGetValue);
+constinit LmTypeDesc LmDesc_unsigned = ScalarRow<uint32_t, UnsignedStore, UnsignedLoad, DwordConvertFromLmString>(
+    "unsigned", "LmUNSIGNED_T", "%u", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, UnsignedCompare, IntHash,
+    IntPrintToString, IntScanFromString, DwordConvertToLmString, DwordGetValue);
+constinit LmTypeDesc LmDesc_o_float = ScalarRow<float, FloatStore, FloatStore, FloatConvertFromLmString>(
+    "o_float", "LmFLOAT_T", "%.17g", FloatNullSizeGet, FloatSizeGet, FloatSizeGetFromMemFile, FloatCompare,
+    FloatHash, FloatPrintToString, FloatScanFromString, FloatConvertToLmString, FloatGetValue);
+constinit LmTypeDesc LmDesc_o_double = ScalarRow<double, DoubleStore, DoubleStore, DoubleConvertFromLmString>(
+    "o_double", "LmDOUBLE_T", "%.17g", DoubleNullSizeGet, DoubleSizeGet, DoubleSizeGetFromMemFile, DoubleCompare,
+    DoubleHash, DoublePrintToString, DoubleScanFromString, DoubleConvertToLmString, DoubleGetValue);
+constinit LmTypeDesc LmDesc_o_8b = ScalarRow<int64_t, O_8BStore, O_8BStore, O_8BConvertFromLmString>(
+    "o_8b", "Lm8B_T", "%I64d", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_8BCompare, O_8BHash,
+    O_8BPrintToString, O_8BScanFromString, O_8BConvertToLmString, O_8BGetValue);
+constinit LmTypeDesc LmDesc_o_u8b = ScalarRow<uint64_t, O_8BStore, O_8BStore, O_U8BConvertFromLmString>(
+    "o_u8b", "LmU8B_T", "%I64u", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_U8BCompare, O_8BHash,
+    O_8BPrintToString, O_8BScanFromString, O_U8BConvertToLmString, O_U8BGetValue);

@@ -812,6 +812,9 @@ constexpr LmTypeDesc StringSharedSlots(LmTypeDesc row) {
     row.ScanFromString = StringScanFromString;
     row.Load = StringLoad;
     row.NullSizeGet = StringNullSizeGet;
+    row.ConvertTo = StringConvertToLmString;
+    row.ConvertFrom = StringConvertFromLmString;
+    row.DefaultValue = StringDefaultValue;
     return row;
 }
 
