@@ -1,7 +1,8 @@
 // The road of a few plain numbers through the type manager: create by type id,
 // store in both byte orders, load back, compare in memory and on disk, hash. Then
 // the road of one string attribute: create, scan, store, hash, build index keys,
-// compare stored keys, step a key, load back, print, delete.
+// compare stored keys, step a key, load back, print, delete. Last, values as text by
+// type id, conversions, nulls, key stepping and the multi-byte form.
 #include <cstdio>
 #include <cstring>
 #include <vector>
@@ -84,7 +85,6 @@ unsigned BuildKey(LmTypeMgr& mgr, LmString& value, unsigned char* key, unsigned 
 }
 
 void StringRoad(LmTypeMgr& mgr) {
-    const LmTypeDesc* desc = mgr.Desc(LmSTRING_T);
     std::printf("\n%s (%s): the road of one string attribute\n", mgr.NameGet(LmSTRING_T, nullptr),
                 mgr.TypeIdNameGet(LmSTRING_T, nullptr));
 
@@ -92,7 +92,7 @@ void StringRoad(LmTypeMgr& mgr) {
     auto* value = static_cast<LmString*>(mgr.Create(LmSTRING_T, 1));
     LmString text("Stra\xDF" "enbahn");
     text.SetLanguage(2);
-    desc->ScanFromString(value, text, desc->exchangeFormat, 1);
+    mgr.ScanFromLmString(LmSTRING_T, value, text, nullptr, 1);
     PrintLine("scanned", *value);
     std::printf("  code set %u, language %u, %u characters\n", value->GetCodeSet(), value->GetLanguage(), value->Len());
 
@@ -133,7 +133,7 @@ void StringRoad(LmTypeMgr& mgr) {
     // 6. Step the key to the next longer one, the upper bound of a prefix search.
     unsigned char next[64];
     std::memcpy(next, key1, sizeof next);
-    status = desc->GetValue(next, sizeof next, keyFormat, 'N');
+    status = mgr.GetValue(LmSTRING_T, next, sizeof next, keyFormat, 'N');
     const unsigned lenNext = static_cast<unsigned>(next[0] | next[1] << 8) + 2;
     std::printf("  GetValue 'N': status %d\n", status);
     PrintHex("next key", next, lenNext);
@@ -142,22 +142,106 @@ void StringRoad(LmTypeMgr& mgr) {
     LmString keyText;
     mgr.Load(LmSTRING_T, &keyText, key1, keyFormat, 1);
     LmString shown;
-    desc->PrintToString(shown, &keyText, "%1M", 1);
+    mgr.PrintToLmString(LmSTRING_T, shown, &keyText, "%1M", 1);
     PrintLine("key printed with %1M", shown);
-    desc->PrintToString(shown, &keyText, "%3M; ", 1);
+    mgr.PrintToLmString(LmSTRING_T, shown, &keyText, "%3M; ", 1);
     std::printf("  key printed with %%3M:\n%s\n", shown.StrGet());
 
     // 8. Load the stored record back, print it, delete both.
     auto* loaded = static_cast<LmString*>(mgr.Create(LmSTRING_T, 1));
     const unsigned read = mgr.Load(LmSTRING_T, loaded, disk.data(), LmFormatBig, 1);
     LmString printed;
-    desc->PrintToString(printed, loaded, desc->exchangeFormat, 1);
+    mgr.PrintToLmString(LmSTRING_T, printed, loaded, nullptr, 1);
     std::printf("  loaded %u bytes back; equal to the original: %s\n", read,
                 mgr.Cmp(LmSTRING_T, value, loaded, LM_CMP_EXACT, 1, LmFormatMemory) == 0 ? "yes" : "no");
     PrintLine("printed", printed);
     mgr.Delete(LmSTRING_T, loaded, 1);
     mgr.Delete(LmSTRING_T, value, 1);
     std::printf("  deleted\n");
+}
+
+// Values as text by type id: print and scan under the exchange formats, arrays,
+// conversion to strings and back into another type, null and default values, key
+// stepping, and a Unicode string through the multi-byte form.
+void TextRoad(LmTypeMgr& mgr) {
+    std::printf("\nValues as text, by type id\n");
+    char id = 0;
+    mgr.Name2LmTypeId("o_double", id);
+    std::printf("  the type named \"o_double\" has id %d, exchange format \"%s\"\n", id,
+                mgr.ExchangeFormat(id, nullptr));
+
+    // An array prints element by element, separated by ","; one element replaces the text.
+    void* ints = mgr.Create(LmINT_T, 3);
+    Fill<int32_t>(ints, {1, -2, 0x01020304});
+    LmString out("ints: ");
+    mgr.PrintToLmString(LmINT_T, out, ints, nullptr, 3);
+    PrintLine("int array, appended", out);
+    mgr.PrintToLmString(LmINT_T, out, ints, nullptr, 1);
+    PrintLine("one int, replacing", out);
+
+    // o_4b's exchange format "%ld" is a 32-bit long: printed and scanned at 32 bits.
+    int32_t word = 0;
+    LmString text("-2147483648");
+    mgr.ScanFromLmString(Lm4B_T, &word, text, nullptr, 1);
+    mgr.PrintToLmString(Lm4B_T, out, &word, nullptr, 1);
+    PrintLine("o_4b scanned with \"%ld\", printed", out);
+
+    // Floating values spell their specials; "ldexp(" keeps every bit.
+    double d[2] = {1.0 / 3.0, 0.0};
+    d[1] = -d[0] / 0.0;
+    out = "";  // the array path appends
+    mgr.PrintToLmString(LmDOUBLE_T, out, d, nullptr, 2);
+    PrintLine("double array with -infinity", out);
+    text = "INFINITY";
+    mgr.ScanFromLmString(LmDOUBLE_T, &d[1], text, nullptr, 1);
+    std::printf("  %-34s %g\n", "\"INFINITY\" scanned", d[1]);
+
+    // Characters: an o_char array prints as one text, unprintable bytes as 0x..;
+    // the scan reads 0x41 as the letter A.
+    char chars[3] = {'L', 'm', 7};
+    out = "";
+    mgr.PrintToLmString(Lm1B_T, out, chars, nullptr, 3);
+    PrintLine("o_char array", out);
+    text = "0x41";
+    mgr.ScanFromLmString(Lm1B_T, chars, text, nullptr, 1);
+    std::printf("  %-34s '%c'\n", "o_char scanned from \"0x41\"", chars[0]);
+
+    // Schema evolution: int values to strings, and the strings into doubles.
+    LmTypeConvertData* strings = mgr.ConvertTo(LmINT_T, ints, 3);
+    PrintLine("ConvertTo: second string", *strings->GetString(1));
+    auto* asDoubles = static_cast<double*>(mgr.ConvertFrom(LmDOUBLE_T, strings, 3));
+    std::printf("  %-34s %g %g %g\n", "ConvertFrom into o_double", asDoubles[0], asDoubles[1], asDoubles[2]);
+    mgr.Delete(LmDOUBLE_T, asDoubles, 3);
+    delete strings;  // the wrapper owns its strings
+
+    // Null and default values: a number's null is its zero; a string has its own.
+    mgr.SetNullValue(LmINT_T, ints);
+    auto* noString = static_cast<LmString*>(mgr.DefaultValue(LmSTRING_T, 1, 1));
+    std::printf("  %-34s %d; null string: IsNullValue %d\n", "SetNullValue of an int gives", *static_cast<int*>(ints),
+                mgr.IsNullValue(LmSTRING_T, noString));
+    mgr.Delete(LmSTRING_T, noString, 1);
+    mgr.Delete(LmINT_T, ints, 3);
+
+    // Key stepping: the next value of a stored o_4b, and the next double above 1.
+    unsigned char disk[4] = {5, 0, 0, 0};
+    int status = mgr.GetValue(Lm4B_T, disk, sizeof disk, LmFormatLittle, 'N');
+    std::printf("  %-34s status %d, image %02X %02X %02X %02X\n", "GetValue 'N' of the stored o_4b 5", status, disk[0],
+                disk[1], disk[2], disk[3]);
+    d[0] = 1.0;
+    status = mgr.GetValue(LmDOUBLE_T, d, 0, LmFormatMemory, 'N');
+    mgr.PrintToLmString(LmDOUBLE_T, out, d, nullptr, 1);
+    PrintLine("next double above 1", out);
+
+    // A Unicode string into the multi-byte form and back.
+    const unsigned short wide[] = {'S', 't', 'r', 'a', 0xDF, 'e', ' ', 0x20AC, 0};
+    LmString unicode(wide);
+    char bytes[32];
+    const int n = LmString2LmMBS(unicode, bytes, sizeof bytes);
+    PrintHex("multi-byte", reinterpret_cast<unsigned char*>(bytes), static_cast<unsigned>(n));
+    LmString back;
+    const int used = LmMBS2LmString(bytes, back, n);
+    std::printf("  read back %d bytes into %u characters, equal: %s\n", used, back.Len(),
+                back.Compare(unicode, -1, LM_CMP_EXACT) == 0 ? "yes" : "no");
 }
 
 }  // namespace
@@ -191,6 +275,7 @@ int main() {
     mgr.Delete(LmU8B_T, u8, 2);
 
     StringRoad(mgr);
+    TextRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");
