@@ -325,25 +325,20 @@ int LmString::SetNullValue() {
 
 LmString& LmString::Transform(LmCharOperation& operation) {
     if (size == 0) return *this;
-    // Twice the old size leaves room for upper cases of two characters. A text that
-    // grows beyond that is run again into the largest buffer, and cut there.
-    unsigned capacity = Min(2u * size, LM_STRING_MAX_BYTES);
-    for (;;) {
-        auto* fresh = new unsigned char[capacity]();
-        LmStringIterator source(*this);
-        LmStringIterator target(reinterpret_cast<const char*>(fresh), codeSet, LM_LANGUAGE_DEFAULT, LM_CODESET_DEFAULT);
-        const int cut = source.TransformInto(target, operation, fresh + capacity);
-        if (cut && capacity < LM_STRING_MAX_BYTES) {
-            delete[] fresh;
-            capacity = LM_STRING_MAX_BYTES;
-            continue;
-        }
-        if (cut) LmStringOverflow(__LINE__);
-        Release();
-        data = fresh;
-        size = static_cast<uint16_t>(target.position - fresh);
-        return *this;
-    }
+    // Twice the old size, in 16 bits, leaves room for upper cases of two characters.
+    // From a size of 32768 on the doubling wraps. The text is then cut at the wrapped
+    // size rather than written beyond it, as is a text that grows beyond twice its
+    // size; a wrapped size below one character still holds the terminator.
+    const auto doubled = static_cast<uint16_t>(2u * size);
+    const unsigned capacity = doubled < Width() ? Width() : doubled;
+    auto* fresh = new unsigned char[capacity]();
+    LmStringIterator source(*this);
+    LmStringIterator target(reinterpret_cast<const char*>(fresh), codeSet, LM_LANGUAGE_DEFAULT, LM_CODESET_DEFAULT);
+    source.TransformInto(target, operation, fresh + capacity);
+    Release();
+    data = fresh;
+    size = static_cast<uint16_t>(target.position - fresh);
+    return *this;
 }
 
 LmString& LmString::ToLower() {
