@@ -121,7 +121,8 @@ TEST(ScalarText, PrintByFamily) {
     for (const int64_t n : {0LL, 1LL, -1LL, 255LL, -32769LL, 4294967296LL + 5, -9223372036854775807LL - 1}) {
         char expected[64];
         const auto w = static_cast<int32_t>(n);
-        std::snprintf(expected, sizeof expected, "%d|%u|%hd|%hhu", w, static_cast<unsigned>(w), w, w);
+        std::snprintf(expected, sizeof expected, "%d|%u|%hd|%hhu", w, static_cast<unsigned>(w), static_cast<short>(w),
+                      static_cast<unsigned char>(w));
         EXPECT_EQ(Print(LmINT_T, &w, "%d") + "|" + Print(LmU4B_T, &w, "%lu") + "|" + Print(LmINT_T, &w, "%hd") + "|" +
                       Print(LmINT_T, &w, "%hhu"),
                   expected);
