@@ -136,6 +136,13 @@ TEST(ScalarText, PrintByFamily) {
     // A result is cut at 511 characters; a format beyond 127 characters is cut too.
     EXPECT_EQ(Print(LmINT_T, &five, "%600d"), std::string(511, ' '));
     EXPECT_EQ(Print(LmDOUBLE_T, &half, "%.600f"), "0.5" + std::string(508, '0'));
+    // Widths and precisions of a billion give the same 511 characters (the numbers are
+    // capped before the C library sees them, without changing what is kept).
+    EXPECT_EQ(Print(LmINT_T, &five, "%1000000000d"), std::string(511, ' '));
+    EXPECT_EQ(Print(LmINT_T, &five, "%-1000000000d"), "5" + std::string(510, ' '));
+    EXPECT_EQ(Print(LmINT_T, &five, "%.1000000000d"), std::string(511, '0'));
+    EXPECT_EQ(Print(LmDOUBLE_T, &half, "%.999999999E"), "5." + std::string(509, '0'));
+    EXPECT_EQ(Print(LmDOUBLE_T, &half, "%#.999999999g"), "0.5" + std::string(508, '0'));
     const std::string longFormat = std::string(200, 'a') + "%d";
     EXPECT_EQ(Print(LmINT_T, &five, longFormat.c_str()), std::string(127, 'a'));
     const std::string literal126 = std::string(126, 'b') + "%d";

@@ -227,15 +227,53 @@ const char* IntegerLengthText(Length length) {
     }
 }
 
-// Writes '%', the body of a directive up to its length modifier, the given
-// modifier and the conversion, as one piece.
-bool PutDirective(FormatWriter& w, const Directive& sp, const char* lengthText) {
-    char piece[kFormatCap];
-    const size_t body = static_cast<size_t>(sp.lengthBegin - sp.body);
+// A print's field width and precision are capped. A printed number is at most some
+// 4500 characters at precision 4096 (the exact decimal expansion of a double has at
+// most 1074 fractional and 767 significant digits), so with the width at 16384 the
+// first 511 characters, all that is kept, are the same as under any larger numbers,
+// while the C library is spared fields of gigabytes.
+constexpr unsigned kPrintWidthCap = 16384;
+constexpr unsigned kPrintPrecisionCap = 4096;
+
+// Copies a print directive's body (flags, width, '.', precision), each number
+// capped; answers the length written, at most n + 4 for n bytes of body.
+size_t CopyPrintBody(char* dest, const char* body, size_t n) {
+    size_t at = 0, i = 0;
+    // Flags, '0' among them, come before the width.
+    while (i < n && std::strchr("-+ #0'", body[i]) != nullptr) dest[at++] = body[i++];
+    bool precision = false;
+    while (i < n) {
+        if (!IsDigit(body[i])) {
+            precision = precision || body[i] == '.';
+            dest[at++] = body[i++];
+            continue;
+        }
+        unsigned long long v = 0;
+        while (i < n && IsDigit(body[i])) {
+            if (v <= kPrintWidthCap) v = v * 10 + static_cast<unsigned>(body[i] - '0');
+            ++i;
+        }
+        const unsigned cap = precision ? kPrintPrecisionCap : kPrintWidthCap;
+        at += static_cast<size_t>(std::snprintf(dest + at, 8, "%u", v > cap ? cap : static_cast<unsigned>(v)));
+    }
+    return at;
+}
+
+// Writes '%', the body of a directive up to its length modifier (a print's numbers
+// capped), the given modifier and the conversion, as one piece.
+bool PutDirective(FormatWriter& w, const Directive& sp, const char* lengthText, bool print = false) {
+    char piece[kFormatCap + 8];
+    char capped[kFormatCap + 8];
+    size_t body = static_cast<size_t>(sp.lengthBegin - sp.body);
+    const char* bodyText = sp.body;
+    if (print && body < kFormatCap) {
+        body = CopyPrintBody(capped, sp.body, body);
+        bodyText = capped;
+    }
     const size_t len = std::strlen(lengthText);
-    if (body + len + 2 > sizeof piece) return w.Stop();  // cannot fit: the format is cut here
+    if (body + len + 2 > kFormatCap) return w.Stop();  // cannot fit: the format is cut here
     piece[0] = '%';
-    std::memcpy(piece + 1, sp.body, body);
+    std::memcpy(piece + 1, bodyText, body);
     std::memcpy(piece + 1 + body, lengthText, len);
     piece[1 + body + len] = sp.conversion;
     return w.Put(piece, body + len + 2);
@@ -285,7 +323,7 @@ void TranslatePrint(const char* format, Conversion& c) {
         const Directive sp = ParseDirective(s + 1, false);
         const char* lengthText = "";
         if (!taken && PrintKind(sp, c, lengthText)) {
-            taken = PutDirective(w, sp, lengthText);
+            taken = PutDirective(w, sp, lengthText, true);
         } else {
             // Shown as plain text: every '%' of it doubled, the conversion's own too.
             for (const char* p = s; p < sp.end; ++p) {
