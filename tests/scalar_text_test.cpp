@@ -196,6 +196,8 @@ TEST(ScalarText, ScanByFamily) {
         {Lm2B_T, "65537", "%I64d", {1, 0}},
         {LmINT_T, "text", "%s", {0x11, 0x11, 0x11, 0x11}},
         {LmINT_T, "ABCDEFGHIJKL", "%10c", {0x41, 0, 0, 0}},
+        {Lm1B_T, "Z", "%2222c", {0x5A}},
+        {LmINT_T, "Q", "%999999999c", {0x51, 0, 0, 0}},
         {LmINT_T, "2.75", "%lf", {2, 0, 0, 0}},
         {LmINT_T, "1e300", "%lf", {0xFF, 0xFF, 0xFF, 0x7F}},
         {LmINT_T, "abcdef", "abc%n", {3, 0, 0, 0}},

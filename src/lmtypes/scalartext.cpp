@@ -235,9 +235,13 @@ const char* IntegerLengthText(Length length) {
 constexpr unsigned kPrintWidthCap = 16384;
 constexpr unsigned kPrintPrecisionCap = 4096;
 
-// Copies a print directive's body (flags, width, '.', precision), each number
-// capped; answers the length written, at most n + 4 for n bytes of body.
-size_t CopyPrintBody(char* dest, const char* body, size_t n) {
+// The width of a scan's c conversion is capped above the longest text a scan reads
+// (65531 characters), so that the buffer it stores into is sized by the width.
+constexpr unsigned kScanCharsCap = 65536;
+
+// Copies a directive's body (flags, width, '.', precision), each number capped;
+// answers the length written, never more than n.
+size_t CopyCappedBody(char* dest, const char* body, size_t n, unsigned widthCap, unsigned precisionCap) {
     size_t at = 0, i = 0;
     // Flags, '0' among them, come before the width.
     while (i < n && std::strchr("-+ #0'", body[i]) != nullptr) dest[at++] = body[i++];
@@ -250,24 +254,25 @@ size_t CopyPrintBody(char* dest, const char* body, size_t n) {
         }
         unsigned long long v = 0;
         while (i < n && IsDigit(body[i])) {
-            if (v <= kPrintWidthCap) v = v * 10 + static_cast<unsigned>(body[i] - '0');
+            if (v <= widthCap) v = v * 10 + static_cast<unsigned>(body[i] - '0');
             ++i;
         }
-        const unsigned cap = precision ? kPrintPrecisionCap : kPrintWidthCap;
+        const unsigned cap = precision ? precisionCap : widthCap;
         at += static_cast<size_t>(std::snprintf(dest + at, 8, "%u", v > cap ? cap : static_cast<unsigned>(v)));
     }
     return at;
 }
 
-// Writes '%', the body of a directive up to its length modifier (a print's numbers
-// capped), the given modifier and the conversion, as one piece.
-bool PutDirective(FormatWriter& w, const Directive& sp, const char* lengthText, bool print = false) {
+// Writes '%', the body of a directive up to its length modifier (its numbers capped
+// when widthCap is not 0), the given modifier and the conversion, as one piece.
+bool PutDirective(FormatWriter& w, const Directive& sp, const char* lengthText, unsigned widthCap = 0,
+                  unsigned precisionCap = 0) {
     char piece[kFormatCap + 8];
     char capped[kFormatCap + 8];
     size_t body = static_cast<size_t>(sp.lengthBegin - sp.body);
     const char* bodyText = sp.body;
-    if (print && body < kFormatCap) {
-        body = CopyPrintBody(capped, sp.body, body);
+    if (widthCap != 0 && body < kFormatCap) {
+        body = CopyCappedBody(capped, sp.body, body, widthCap, precisionCap);
         bodyText = capped;
     }
     const size_t len = std::strlen(lengthText);
@@ -323,7 +328,7 @@ void TranslatePrint(const char* format, Conversion& c) {
         const Directive sp = ParseDirective(s + 1, false);
         const char* lengthText = "";
         if (!taken && PrintKind(sp, c, lengthText)) {
-            taken = PutDirective(w, sp, lengthText, true);
+            taken = PutDirective(w, sp, lengthText, kPrintWidthCap, kPrintPrecisionCap);
         } else {
             // Shown as plain text: every '%' of it doubled, the conversion's own too.
             for (const char* p = s; p < sp.end; ++p) {
@@ -371,7 +376,7 @@ bool ScanKind(const Directive& sp, Conversion& c, const char*& lengthText) {
     }
     if (sp.conversion == 'c' && sp.length == Length::None) {
         c.kind = ArgKind::Chars;
-        c.chars = sp.hasWidth && sp.width > 1 ? sp.width : 1;
+        c.chars = sp.hasWidth && sp.width > 1 ? (sp.width < kScanCharsCap ? sp.width : kScanCharsCap) : 1;
         lengthText = "";
         return true;
     }
@@ -418,7 +423,9 @@ void TranslateScan(const char* format, Conversion& c) {
             continue;
         }
         const char* lengthText = "";
-        if (!ScanKind(sp, c, lengthText) || !PutDirective(w, sp, lengthText)) {
+        const bool chars = sp.conversion == 'c';
+        if (!ScanKind(sp, c, lengthText) ||
+            !PutDirective(w, sp, lengthText, chars ? kScanCharsCap : 0, chars ? kScanCharsCap : 0)) {
             c.kind = ArgKind::None;
             break;
         }
@@ -626,10 +633,9 @@ bool ScanPlainDecimal(V& v, const Conversion& c, const char* text) {
     return true;
 }
 
-// The scan of one value; false when the conversion stored nothing. length is the
-// text's length, which bounds what a c conversion can store.
+// The scan of one value; false when the conversion stored nothing.
 template <typename V>
-bool ScanNumber(V& v, const Conversion& c, const char* text, size_t length) {
+bool ScanNumber(V& v, const Conversion& c, const char* text) {
     if (c.plainDecimal) return ScanPlainDecimal(v, c, text);
     switch (c.kind) {
         case ArgKind::Signed:
@@ -647,9 +653,10 @@ bool ScanNumber(V& v, const Conversion& c, const char* text, size_t length) {
             if (c.bytes == 8) return ScanAs<V, double>(v, text, c.format);
             return ScanAs<V, long double>(v, text, c.format);
         case ArgKind::Chars: {
-            // The conversion stores up to its width in characters, never more than the
-            // text holds; the value gets the first of them.
-            const size_t room = (c.chars < length ? c.chars : length) + 1;
+            // The conversion stores up to its width in characters (never more than the
+            // text holds); the buffer is sized by the capped width, which is what a
+            // checking C library takes it to write. The value gets the first character.
+            const size_t room = static_cast<size_t>(c.chars) + 1;
             char small[64];
             std::vector<char> large;
             char* chars = small;
@@ -681,8 +688,7 @@ void* ScanIntoValue(void* value, LmString& text, const char* format) {
     if (c.kind == ArgKind::None) return value;
     V v;
     std::memcpy(&v, value, sizeof v);
-    const size_t length = c.kind == ArgKind::Chars ? std::strlen(narrow.Get()) : 0;
-    if (ScanNumber(v, c, narrow.Get(), length)) std::memcpy(value, &v, sizeof v);
+    if (ScanNumber(v, c, narrow.Get())) std::memcpy(value, &v, sizeof v);
     return value;
 }
 
@@ -888,7 +894,7 @@ void* CharScanFromString(void* value, LmString& text, const char* format, unsign
         if (std::sscanf(p, "0x%x", &hex) == 1) {
             bytes[i] = static_cast<unsigned char>(hex);
         } else if (c.kind != ArgKind::None) {
-            ScanNumber(bytes[i], c, p, left);
+            ScanNumber(bytes[i], c, p);
         }
     }
     return value;
