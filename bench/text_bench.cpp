@@ -10,6 +10,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <type_traits>
 #include <vector>
 
 #include "lumotypes.h"
@@ -42,47 +43,56 @@ std::vector<LmString> Texts(const char* format, bool real) {
     return texts;
 }
 
-// ---- int, id 7. ----
+// ---- int (id 7) and double (id 3), each next to the C library. ----
 
-void IntPrintById(benchmark::State& state) {
+// Print by type id: the values rotate, the target string is reused.
+template <typename T, size_t N>
+void PrintById(benchmark::State& state, char id, const T (&source)[N], const char* format) {
     LmTypeMgr* mgr = Manager();
     LmString out;
-    int32_t values[kCount];
-    std::copy(std::begin(kInts), std::end(kInts), values);
+    T values[N];
+    std::copy(std::begin(source), std::end(source), values);
     size_t i = 0;
     for (auto _ : state) {
-        mgr->PrintToLmString(LmINT_T, out, &values[i], "%d", 1);
+        mgr->PrintToLmString(id, out, &values[i], format, 1);
         benchmark::DoNotOptimize(out.StrGet());
-        i = (i + 1) % kCount;
+        i = (i + 1) % N;
     }
 }
-BENCHMARK(IntPrintById);
+BENCHMARK_CAPTURE(PrintById, int, LmINT_T, kInts, "%d");
+BENCHMARK_CAPTURE(PrintById, double, LmDOUBLE_T, kDoubles, "%.17g");
 
-void IntPrintSnprintf(benchmark::State& state) {
+template <typename T, size_t N>
+void PrintSnprintf(benchmark::State& state, const T (&source)[N], const char* format) {
     char buffer[512];
     size_t i = 0;
     for (auto _ : state) {
-        int v = kInts[i];
+        T v = source[i];
         benchmark::DoNotOptimize(v);
-        benchmark::DoNotOptimize(std::snprintf(buffer, sizeof buffer, "%d", v));
+        benchmark::DoNotOptimize(std::snprintf(buffer, sizeof buffer, format, v));
         benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
+        i = (i + 1) % N;
     }
 }
-BENCHMARK(IntPrintSnprintf);
+BENCHMARK_CAPTURE(PrintSnprintf, int, kInts, "%d");
+BENCHMARK_CAPTURE(PrintSnprintf, double, kDoubles, "%.17g");
 
-void IntScanById(benchmark::State& state) {
+// Scan by type id of the texts the C library prints for the same values; the last
+// argument names the value's type.
+template <typename T>
+void ScanById(benchmark::State& state, char id, const char* format, T) {
     LmTypeMgr* mgr = Manager();
-    std::vector<LmString> texts = Texts("%d", false);
-    int32_t v = 0;
+    std::vector<LmString> texts = Texts(format, std::is_floating_point_v<T>);
+    T v = 0;
     size_t i = 0;
     for (auto _ : state) {
-        mgr->ScanFromLmString(LmINT_T, &v, texts[i], "%d", 1);
+        mgr->ScanFromLmString(id, &v, texts[i], format, 1);
         benchmark::DoNotOptimize(v);
         i = (i + 1) % kCount;
     }
 }
-BENCHMARK(IntScanById);
+BENCHMARK_CAPTURE(ScanById, int, LmINT_T, "%d", int32_t{0});
+BENCHMARK_CAPTURE(ScanById, double, LmDOUBLE_T, "%.17g", 0.0);
 
 void IntScanStrtol(benchmark::State& state) {
     std::vector<LmString> texts = Texts("%d", false);
@@ -107,48 +117,6 @@ void IntScanSscanf(benchmark::State& state) {
     }
 }
 BENCHMARK(IntScanSscanf);
-
-// ---- double, id 3. ----
-
-void DoublePrintById(benchmark::State& state) {
-    LmTypeMgr* mgr = Manager();
-    LmString out;
-    double values[kCount];
-    std::copy(std::begin(kDoubles), std::end(kDoubles), values);
-    size_t i = 0;
-    for (auto _ : state) {
-        mgr->PrintToLmString(LmDOUBLE_T, out, &values[i], "%.17g", 1);
-        benchmark::DoNotOptimize(out.StrGet());
-        i = (i + 1) % kCount;
-    }
-}
-BENCHMARK(DoublePrintById);
-
-void DoublePrintSnprintf(benchmark::State& state) {
-    char buffer[512];
-    size_t i = 0;
-    for (auto _ : state) {
-        double v = kDoubles[i];
-        benchmark::DoNotOptimize(v);
-        benchmark::DoNotOptimize(std::snprintf(buffer, sizeof buffer, "%.17g", v));
-        benchmark::ClobberMemory();
-        i = (i + 1) % kCount;
-    }
-}
-BENCHMARK(DoublePrintSnprintf);
-
-void DoubleScanById(benchmark::State& state) {
-    LmTypeMgr* mgr = Manager();
-    std::vector<LmString> texts = Texts("%.17g", true);
-    double v = 0;
-    size_t i = 0;
-    for (auto _ : state) {
-        mgr->ScanFromLmString(LmDOUBLE_T, &v, texts[i], "%.17g", 1);
-        benchmark::DoNotOptimize(v);
-        i = (i + 1) % kCount;
-    }
-}
-BENCHMARK(DoubleScanById);
 
 void DoubleScanStrtod(benchmark::State& state) {
     std::vector<LmString> texts = Texts("%.17g", true);
