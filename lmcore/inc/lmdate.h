@@ -120,6 +120,12 @@ public:
     int SetDefaultValue() noexcept;
     int SetZeroValue() noexcept;
 
+    // ---- Text. A null format means "%Y-%m-%d". The null value prints as the null
+    // print string. A scan replaces the fields with what it read, also when it fails,
+    // and answers null on failure. ----
+    LmString& PrintToLmString(LmString& out, const char* format) const;
+    LmDate* ScanFromLmString(LmString& text, const char* format);
+
 protected:
     // dateabs in the wrapping arithmetic of 32-bit integers, for any argument.
     LmDate& DateAbsWrapping(int absoluteDay) noexcept;
@@ -130,5 +136,11 @@ protected:
     int modulo(int a, int b) const noexcept;
 };
 static_assert(sizeof(LmDate) == 4, "an LmDate is 4 bytes in memory");
+
+// The compare slot of id 12. Memory form (low nibble 8): LmDate::Compare, a field
+// difference with the wildcards of both sides. Disk forms: -1, 0 or 1, and only the
+// second value's wildcards count.
+LM_EXPORT int LmDateCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
+                            unsigned short option, unsigned count, int& status);
 
 #endif

@@ -78,7 +78,16 @@ public:
     int SetNullValue() noexcept;
     int SetDefaultValue() noexcept;
     int SetZeroValue() noexcept;
+
+    // ---- Text. A null format means "%H:%M:%S"; otherwise as LmDate. ----
+    LmString& PrintToLmString(LmString& out, const char* format) const;
+    LmTime* ScanFromLmString(LmString& text, const char* format);
 };
 static_assert(sizeof(LmTime) == 3, "an LmTime is 3 bytes in memory");
+
+// The compare slot of id 13: LmTime::Compare in memory form; on disk -1, 0 or 1,
+// and only the second value's wildcards count.
+LM_EXPORT int LmTimeCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
+                            unsigned short option, unsigned count, int& status);
 
 #endif

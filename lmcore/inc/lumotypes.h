@@ -7,6 +7,7 @@
 #include "lmconvert.h"
 #include "lmdate.h"
 #include "lmdefs.h"
+#include "lmdtformat.h"
 #include "lmmbs.h"
 #include "lmstring.h"
 #include "lmstrtype.h"

@@ -11,7 +11,9 @@
 
 #include "dtcommon.h"
 #include "dtnames.h"
+#include "lmdtformat.h"
 #include "lmstring.h"
+#include "lmtypemgr.h"
 #include "lumobase.h"
 
 namespace {
@@ -156,4 +158,23 @@ int LmDate::modulo(int a, int b) const noexcept {
     if (b == 0) return 0;
     const uint32_t r = static_cast<uint32_t>(std::abs(int64_t{a})) % static_cast<uint32_t>(std::abs(int64_t{b}));
     return static_cast<int32_t>((a < 0) != (b < 0) ? 0u - r : r);
+}
+
+// Widened to the nanosecond record with the time and nanoseconds zero.
+LmString& LmDate::PrintToLmString(LmString& out, const char* format) const {
+    if (IsNullValue() != 0) {
+        out = LmTypeMgr::GetNullPrintString();
+        return out;
+    }
+    const LmDateTimeNRecord wide{year, month, day, 0, 0, 0, 0};
+    return DateTimePrintEngine(out, wide, format != nullptr ? format : LmDateFormat, 1);
+}
+
+LmDate* LmDate::ScanFromLmString(LmString& text, const char* format) {
+    LmDateTimeNRecord wide{year, month, day, 0, 0, 0, 0};
+    const bool ok = DateTimeScanEngine(&wide, text, format != nullptr ? format : LmDateFormat, 1) != nullptr;
+    year = wide.year;
+    month = wide.month;
+    day = wide.day;
+    return ok ? this : nullptr;
 }

@@ -3,7 +3,9 @@
 #include "lmtime.h"
 
 #include "dtcommon.h"
+#include "lmdtformat.h"
 #include "lmstring.h"
+#include "lmtypemgr.h"
 #include "lumobase.h"
 
 namespace {
@@ -153,4 +155,23 @@ int LmTime::SetDefaultValue() noexcept {
 int LmTime::SetZeroValue() noexcept {
     if (this != &kZero) *this = kZero;
     return 0;
+}
+
+// Widened to the nanosecond record with year, month and day zero.
+LmString& LmTime::PrintToLmString(LmString& out, const char* format) const {
+    if (IsNullValue() != 0) {
+        out = LmTypeMgr::GetNullPrintString();
+        return out;
+    }
+    const LmDateTimeNRecord wide{0, 0, 0, hour, minute, second, 0};
+    return DateTimePrintEngine(out, wide, format != nullptr ? format : LmTimeFormat, 1);
+}
+
+LmTime* LmTime::ScanFromLmString(LmString& text, const char* format) {
+    LmDateTimeNRecord wide{0, 0, 0, hour, minute, second, 0};
+    const bool ok = DateTimeScanEngine(&wide, text, format != nullptr ? format : LmTimeFormat, 1) != nullptr;
+    hour = wide.hour;
+    minute = wide.minute;
+    second = wide.second;
+    return ok ? this : nullptr;
 }

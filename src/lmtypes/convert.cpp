@@ -153,6 +153,8 @@ void AppendUnit(std::vector<unsigned char>& out, unsigned unit, unsigned width) 
 
 }  // namespace
 
+LmString* CreateConvertStrings(unsigned count) { return CreateStrings(count); }
+
 // ---- The ConvertTo and ConvertFrom slots. Each ConvertFrom creates through the
 // record of its first id; the other ids of a member share that Create. ----
 

@@ -28,8 +28,6 @@ int RefuseGetValue(void*, unsigned, unsigned char, unsigned char) { return LM_ER
 constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "illegal");
 
 // Value types whose handlers are still to come.
-constinit LmTypeDesc LmDesc_LmDate = IllegalRow("LmDate", "LmDATE_T", 4, 1, "%a %e.%b %Y");
-constinit LmTypeDesc LmDesc_LmTime = IllegalRow("LmTime", "LmTIME_T", 3, 1, "%I:%M:%S %p");
 constinit LmTypeDesc LmDesc_LmObjId = IllegalRow("LmObjId", "LmOBJID_T", 12, 1, "(%H-%L#%B)");
 constinit LmTypeDesc LmDesc_LmClassId = IllegalRow("LmClassId", "LmCLID_T", 4, 1, "(%Cv%V)");
 constinit LmTypeDesc LmDesc_LmRef = IllegalRow("LmRef", "LmREF_T", 16, 1, "(%D:%H-%L#%B, %C)");

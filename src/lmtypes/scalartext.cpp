@@ -25,6 +25,7 @@
 #include "lmstring.h"
 #include "lmtext.h"
 #include "lmtypemgr.h"
+#include "scantext.h"
 
 namespace {
 
@@ -552,25 +553,7 @@ LmString& PrintNumber(LmString& out, V v, const char* format) {
     return out;
 }
 
-// Scans read a narrow text: a wide one is appended to a new empty string of the
-// native code set, which converts it, and that copy is read.
-class ScanText {
-public:
-    explicit ScanText(const LmString& text) {
-        if (text.IsWide()) {
-            copy.emplace(LM_CODESET_NATIVE, text.GetLanguage());
-            *copy += text;
-            chars = copy->StrGet();
-        } else {
-            chars = text.StrGet();
-        }
-    }
-    const char* Get() const { return chars; }
-
-private:
-    std::optional<LmString> copy;
-    const char* chars;
-};
+using lmtext::ScanText;
 
 // The scanned number into the value's type: integers keep their low bits, reals and
 // integers convert by value.
