@@ -18,32 +18,29 @@ namespace {
 constexpr size_t kOutputSize = 2560;  // the assembled text, terminator included
 constexpr size_t kScratchSize = 512;  // one directive's text
 
-// The output buffer; what does not fit is dropped.
-class Output {
-public:
-    void Put(char c) {
-        if (n < kOutputSize - 1) text[n++] = c;
-    }
-    void Put(const char* s, size_t len) {
-        if (len > kOutputSize - 1 - n) len = kOutputSize - 1 - n;
-        std::memcpy(text + n, s, len);
-        n += len;
-    }
-    size_t Mark() const { return n; }
-    void Back(size_t mark) { n = mark; }
-    const char* Close() {
-        text[n] = 0;
-        return text;
-    }
-
-private:
-    char text[kOutputSize];
-    size_t n = 0;
-};
+// The two digits of 0 to 99.
+constexpr char kPairs[201] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
 
 // v in decimal with at least `digits` digits, zero-padded, the sign in front: what
-// printf gives for "%0W.Pd" with W equal to P, and for "%ld" with one digit.
-size_t FormatInt(char* out, int v, int digits) {
+// printf gives for "%0W.Pd" with W equal to P, and for "%ld" with one digit. The
+// common fields (two digits, a four-digit year) take a table and no loop.
+inline size_t FormatInt(char* out, int v, int digits) {
+    if (v >= 0 && v <= 99 && digits == 2) {
+        out[0] = kPairs[2 * v];
+        out[1] = kPairs[2 * v + 1];
+        return 2;
+    }
+    if (v >= 1000 && v <= 9999 && digits == 4) {
+        const int hi = v / 100, lo = v % 100;
+        out[0] = kPairs[2 * hi];
+        out[1] = kPairs[2 * hi + 1];
+        out[2] = kPairs[2 * lo];
+        out[3] = kPairs[2 * lo + 1];
+        return 4;
+    }
     char rev[16];
     size_t n = 0;
     uint32_t magnitude = v < 0 ? 0u - static_cast<uint32_t>(v) : static_cast<uint32_t>(v);
@@ -82,6 +79,19 @@ size_t FormatSeconds(char* out, int second, int nanoseconds) {
     return n > 0 ? static_cast<size_t>(n) : 0;
 }
 
+// out becomes the text in the default 8-bit code set and language, as an assignment
+// of the text gives it. When out already holds a narrow buffer of exactly the size
+// that assignment would make, the text is written into it instead of into a new one.
+void Deliver(LmString& out, const char* text, size_t length) {
+    if (out.GetSize() == length + 1 && out.Width() == 1) {
+        std::memcpy(out.StrGet(), text, length + 1);
+        out.SetCodeSet(LmString::GetDefault8CodeSet());
+        out.SetLanguage(LmString::GetDefaultLanguage());
+        return;
+    }
+    out = text;
+}
+
 bool IsNullRecord(const LmDateTimeNRecord& v) {
     return v.year == -32768 && v.month == -128 && v.day == -128 && v.hour == -128 && v.minute == -128 &&
            v.second == -128 && v.nanoseconds == 0;
@@ -99,6 +109,7 @@ bool HasAmPm(const char* f) {
     return false;
 }
 
+// The named format a compound directive expands to.
 const char* Expansion(char directive) {
     switch (directive) {
         case 'D':
@@ -109,10 +120,8 @@ const char* Expansion(char directive) {
             return LmTimeFormat;
         case 'V':
             return LmTimeSpanFormat;
-        case 'X':
-            return LmDateTimeNFormat;
         default:
-            return nullptr;
+            return LmDateTimeNFormat;
     }
 }
 
@@ -140,38 +149,56 @@ LmString& DateTimePrintEngine(LmString& out, const LmDateTimeNRecord& value, con
         }
     }
 
-    Output text;
-    char scratch[kScratchSize];
+    // The text; what does not fit before its last byte is dropped. A directive's text
+    // goes straight into it while there is room for the longest number, else through
+    // a scratch buffer that is cut to what fits.
+    char text[kOutputSize];
+    constexpr size_t kLast = kOutputSize - 1;
+    size_t n = 0;
+    auto put = [&](char c) {
+        if (n < kLast) text[n++] = c;
+    };
+    auto putText = [&](const char* s, size_t len) {
+        if (len > kLast - n) len = kLast - n;
+        for (size_t i = 0; i < len; ++i) text[n + i] = s[i];
+        n += len;
+    };
+    auto putNumber = [&](int v, int digits) {
+        if (n + 16 <= kLast) {
+            n += FormatInt(text + n, v, digits);
+        } else {
+            char scratch[16];
+            putText(scratch, FormatInt(scratch, v, digits));
+        }
+    };
+
     const char* f = format;
     const char* resume = nullptr;  // behind the compound directive being expanded
     bool printed = false;          // some directive has put text in the output
     bool wildcard = false;         // kept between directives; set by those with a field
     bool groupOpen = false;
     size_t groupMark = 0;
-    bool afterGroup = false;  // the character behind a group's ')' skips the ')' test
 
     for (;;) {
-        const char c = *f;
+        char c = *f++;
         if (c == 0) {
             if (resume == nullptr) break;
             f = resume;
             resume = nullptr;
             continue;
         }
-        if (c == ')' && groupOpen && !afterGroup) {
-            if (!printed) text.Back(groupMark);
+        if (c == ')' && groupOpen) {
+            if (!printed) n = groupMark;
             groupOpen = false;
-            afterGroup = true;
-            ++f;
-            continue;
+            // The character behind the ')' is handled at once, without the test for
+            // ')'. A group at the very end of the format ends the text there.
+            c = *f++;
+            if (c == 0) break;
         }
-        afterGroup = false;
         if (c != '%') {
-            text.Put(c);
-            ++f;
+            put(c);
             continue;
         }
-        ++f;
         bool conditional = false;
         if (*f == '?') {
             conditional = true;
@@ -179,127 +206,151 @@ LmString& DateTimePrintEngine(LmString& out, const LmDateTimeNRecord& value, con
         }
         if (*f == '(') {
             groupOpen = true;
-            groupMark = text.Mark();
+            groupMark = n;
             ++f;
         }
         const char directive = *f;
         if (directive == 0) break;  // a format cut inside a directive ends there
         ++f;
 
-        if (const char* expansion = Expansion(directive)) {
-            // One level: the expansions hold no compound directive.
-            if (resume == nullptr) {
-                resume = f;
-                f = expansion;
-            }
-            continue;
-        }
-
-        // The directive's text, and for those with a field its wildcard and zero tests.
-        const char* piece = scratch;
-        size_t length = 0;
-        bool hasField = true;
+        // What the directive prints, and for those with a field its wildcard and zero
+        // tests. %p and %P have no wildcard test of their own: they keep the state the
+        // last field left.
+        enum class Kind { Number, Name, Fraction, Literal } kind = Kind::Number;
+        int number = 0, digits = 2;
+        const char* name = nullptr;
+        size_t nameLength = 0;
         bool zero = false;
         switch (directive) {
+            case 'D':
+            case 'O':
+            case 'T':
+            case 'V':
+            case 'X':
+                // A compound. One level: the expansions hold no compound directive.
+                if (resume == nullptr) {
+                    resume = f;
+                    f = Expansion(directive);
+                }
+                continue;
             case 'A':
-            case 'a': {
+            case 'a':
                 wildcard = day == -1;
                 zero = day == 0;
-                piece = lmdatetime::WeekdayName(LmDate(value.year, value.month, value.day).GetDayOfTheDate());
-                length = directive == 'a' ? 3 : std::strlen(piece);
+                kind = Kind::Name;
+                name = lmdatetime::WeekdayName(LmDate(value.year, value.month, value.day).GetDayOfTheDate());
+                nameLength = directive == 'a' ? 3 : std::strlen(name);
                 break;
-            }
             case 'B':
             case 'b':
                 wildcard = month == -1;
                 zero = month == 0;
                 if (month >= 1 && month <= 12) {
-                    piece = lmdatetime::kMonthNames[month];
-                    length = directive == 'b' ? 3 : std::strlen(piece);
+                    kind = Kind::Name;
+                    name = lmdatetime::kMonthNames[month];
+                    nameLength = directive == 'b' ? 3 : std::strlen(name);
                 } else {
-                    length = FormatInt(scratch, month, 3);
+                    number = month;
+                    digits = 3;
                 }
                 break;
             case 'd':
             case 'e':
                 wildcard = day == -1;
                 zero = day == 0;
-                length = FormatInt(scratch, day, 2);
+                number = day;
                 break;
             case 'f':
                 wildcard = second == -1;
                 zero = second == 0 && nanoseconds == 0;
-                length = FormatSeconds(scratch, second, nanoseconds);
+                kind = Kind::Fraction;
                 break;
             case 'H':
                 wildcard = hour == -1;
                 zero = hour == 0;
-                length = FormatInt(scratch, hour, 2);
+                number = hour;
                 break;
             case 'I':
                 wildcard = hour == -1;
                 zero = hour == 0;
-                length = FormatInt(scratch, twelve ? displayHour : (hour > 12 ? hour - 12 : hour), 2);
+                number = twelve ? displayHour : (hour > 12 ? hour - 12 : hour);
                 break;
             case 'J':
                 wildcard = year == -1 && month == -1 && day == -1;
                 zero = year == 0 && month == 0 && day == 0;
-                length = FormatInt(scratch, (year * 12 + month) * 30 + day, 1);
+                number = (year * 12 + month) * 30 + day;
+                digits = 1;
                 break;
             case 'M':
                 wildcard = minute == -1;
                 zero = minute == 0;
-                length = FormatInt(scratch, minute, 2);
+                number = minute;
                 break;
             case 'm':
                 wildcard = month == -1;
                 zero = month == 0;
-                length = FormatInt(scratch, month, 2);
+                number = month;
                 break;
             case 'N':
                 wildcard = nanoseconds == -1;
                 zero = nanoseconds == 0;
-                length = FormatInt(scratch, nanoseconds, 1);
+                number = nanoseconds;
+                digits = 1;
                 break;
             case 'S':
                 wildcard = second == -1;
                 zero = second == 0;
-                length = FormatInt(scratch, second, 2);
+                number = second;
                 break;
             case 'Y':
                 wildcard = year == -1;
                 zero = year == 0;
-                length = FormatInt(scratch, year, 4);
+                number = year;
+                digits = 4;
                 break;
             case 'y':
                 wildcard = year == -1;
                 zero = year == 0;
-                length = FormatInt(scratch, year % 100, 2);
+                number = year % 100;
                 break;
             case 'P':
             case 'p':
-                // No wildcard test of its own: it keeps the state the last field left.
                 zero = hour == 0;
-                piece = directive == 'P' ? (pm ? "PM" : "AM") : (pm ? "pm" : "am");
-                length = 2;
+                kind = Kind::Name;
+                name = directive == 'P' ? (pm ? "PM" : "AM") : (pm ? "pm" : "am");
+                nameLength = 2;
                 break;
             default:
                 // %% and any other character: the character itself, then the common
                 // rule, so that behind a wildcard a '*' follows it.
-                text.Put(directive);
-                hasField = false;
+                put(directive);
+                kind = Kind::Literal;
                 break;
         }
 
         if (wildcard) {
-            text.Put('*');  // a wildcard does not count as printed text
-        } else if (hasField && conditional && !printed && zero) {
-            // suppressed
-        } else {
-            text.Put(piece, length);
-            printed = true;
+            put('*');  // a wildcard does not count as printed text
+            continue;
+        }
+        if (conditional && kind != Kind::Literal && !printed && zero) continue;  // suppressed
+        printed = true;
+        switch (kind) {
+            case Kind::Number:
+                putNumber(number, digits);
+                break;
+            case Kind::Name:
+                putText(name, nameLength);
+                break;
+            case Kind::Fraction: {
+                char scratch[kScratchSize];
+                putText(scratch, FormatSeconds(scratch, second, nanoseconds));
+                break;
+            }
+            case Kind::Literal:
+                break;
         }
     }
-    out = text.Close();
+    text[n] = 0;
+    Deliver(out, text, n);
     return out;
 }

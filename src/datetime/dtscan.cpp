@@ -8,7 +8,7 @@
 // Numbers are read as the C library's "%d" reads them on a platform with a 32-bit
 // long: white space, an optional sign, digits; a value beyond the 32-bit range stays
 // at its limit. A number that does not parse leaves its field as it was.
-#include <cctype>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -21,35 +21,43 @@
 
 namespace {
 
-inline bool IsSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+// White space as the C locale has it (blank, tab, newline, vertical tab, form feed,
+// carriage return), whatever locale the application has set.
+constexpr std::array<bool, 256> kSpace = [] {
+    std::array<bool, 256> t{};
+    for (const char c : {' ', '\t', '\n', '\v', '\f', '\r'}) t[static_cast<unsigned char>(c)] = true;
+    return t;
+}();
+inline bool IsSpace(char c) { return kSpace[static_cast<unsigned char>(c)]; }
 inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// "%d" (maxChars 0) or "%3d" (maxChars 3, the sign counted) at p: true and the value
-// when at least one digit follows the optional sign.
-bool ReadInt(const char* p, int& value, int maxChars = 0) {
-    while (IsSpace(*p)) ++p;
-    int left = maxChars > 0 ? maxChars : -1;
+// The value of "%d" (or with maxChars 3 of "%3d", the sign counted) at p, where no
+// white space stands: true and the value when a digit follows the optional sign.
+// Answers in end the pointer behind the sign and the digits (all digits for "%d").
+inline bool ReadInt(const char* p, int& value, const char*& end, int maxChars = -1) {
     bool negative = false;
     if (*p == '+' || *p == '-') {
         negative = *p == '-';
         ++p;
-        --left;
+        --maxChars;
     }
-    if (left == 0 || !IsDigit(*p)) return false;
-    int64_t v = 0;
-    for (; IsDigit(*p) && left != 0; ++p, --left) {
-        if (v <= INT32_MAX) v = v * 10 + (*p - '0');
+    if (maxChars == 0 || !IsDigit(*p)) {
+        end = p;
+        return false;
     }
-    if (negative) v = -v;
-    value = v > INT32_MAX ? INT32_MAX : (v < INT32_MIN ? INT32_MIN : static_cast<int>(v));
-    return true;
-}
-
-// Steps over an optional sign and the digits behind it.
-const char* SkipNumber(const char* p) {
-    if (*p == '+' || *p == '-') ++p;
+    // Nine digits cannot leave 32 bits; a longer number is held at the limit.
+    uint32_t v = 0;
+    int digits = 0;
+    for (; IsDigit(*p) && maxChars != 0 && digits < 9; ++p, --maxChars, ++digits) v = v * 10 + (*p - '0');
+    int64_t wide = v;
+    for (; IsDigit(*p) && maxChars != 0; ++p, --maxChars) {
+        if (wide <= INT32_MAX) wide = wide * 10 + (*p - '0');
+    }
     while (IsDigit(*p)) ++p;
-    return p;
+    end = p;
+    if (negative) wide = -wide;
+    value = wide > INT32_MAX ? INT32_MAX : (wide < INT32_MIN ? INT32_MIN : static_cast<int>(wide));
+    return true;
 }
 
 // Steps over n characters, never beyond the terminator.
@@ -82,6 +90,7 @@ int64_t Truncate(double d) {
     return static_cast<int64_t>(d);
 }
 
+// The named format a compound directive expands to.
 const char* Expansion(char directive) {
     switch (directive) {
         case 'D':
@@ -92,10 +101,8 @@ const char* Expansion(char directive) {
             return LmTimeFormat;
         case 'V':
             return LmTimeSpanFormat;
-        case 'X':
-            return LmDateTimeNFormat;
         default:
-            return nullptr;
+            return LmDateTimeNFormat;
     }
 }
 
@@ -108,8 +115,8 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
     const char* in = input.Get();
     {
         const lmtext::ScanText null(LmTypeMgr::GetNullPrintString());
-        const size_t n = std::strlen(null.Get());
-        if (std::strncmp(in, null.Get(), n) == 0) {
+        const char* n = null.Get();
+        if (*in == *n && std::strncmp(in, n, std::strlen(n)) == 0) {
             *target = LmDateTimeNRecord{-32768, -128, -128, -128, -128, -128, 0};
             return target;
         }
@@ -169,20 +176,23 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
                 field = -1;
                 return;
             }
-            ReadInt(in, field);
-            in = SkipNumber(in);
+            ReadInt(in, field, in);
         };
 
-        if (const char* expansion = Expansion(directive)) {
-            // The '*' is given back for the first inner directive.
-            if (wildcard) --in;
-            if (resume == nullptr) {
-                resume = f;
-                f = expansion;
-            }
-            continue;
-        }
         switch (directive) {
+            case 'D':
+            case 'O':
+            case 'T':
+            case 'V':
+            case 'X':
+                // A compound: the '*' is given back for the first inner directive. One
+                // level: the expansions hold no compound directive.
+                if (wildcard) --in;
+                if (resume == nullptr) {
+                    resume = f;
+                    f = Expansion(directive);
+                }
+                break;
             case 'A':
             case 'a':
                 // The weekday is read over and thrown away.
@@ -198,7 +208,8 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
                     month = m;
                     in += Common(in, lmdatetime::kMonthNames[m]);
                 } else {
-                    ReadInt(in, month, 3);
+                    const char* end = nullptr;
+                    ReadInt(in, month, end, 3);
                     in = Skip(in, 3);
                 }
                 break;
@@ -231,12 +242,11 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
                     year = month = day = -1;
                 } else {
                     int count = 0;
-                    if (ReadInt(in, count)) {
+                    if (ReadInt(in, count, in)) {
                         year = count / 360;
                         month = count % 360 / 30;
                         day = count % 30;
                     }
-                    in = SkipNumber(in);
                 }
                 break;
             case 'M':
@@ -250,8 +260,7 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
                     nanoseconds = -1;
                 } else {
                     nanoseconds = 0;  // atol gives 0 for no number
-                    ReadInt(in, nanoseconds);
-                    in = SkipNumber(in);
+                    ReadInt(in, nanoseconds, in);
                 }
                 break;
             case 'P':
