@@ -14,7 +14,7 @@ using lmdatetime::Wrap;
 
 // Default and zero are copies of clear: all three are midnight.
 constinit const LmTime kNull(-128, -128, -128);
-constinit const LmTime kClear(0, 0, 0);
+constexpr LmTime kClear(0, 0, 0);
 constinit const LmTime kDefault(kClear);
 constinit const LmTime kZero(kClear);
 
