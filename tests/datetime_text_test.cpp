@@ -207,6 +207,14 @@ TEST(DateTimeScan, NullTextWideTextAndBadInput) {
     const Scanned null = Ok(-32768, -128, -128, -128, -128, -128, 0);
     EXPECT_EQ(std::make_tuple(Scan("{NULL}", "%Y"), Scan("{NULL} and more", "%Y"), Scan("{NUL", "%Y")),
               std::make_tuple(null, null, Ok(0, 0, 0)));
+    // The null print string in force decides; every text begins with an empty one.
+    LmTypeMgr::SetNullPrintString(LmString("<nil>"));
+    EXPECT_EQ(std::make_tuple(Scan("<nil>x", "%Y"), Scan("{NULL}", "%Y").first,
+                              Print(Make(-32768, -128, -128, -128, -128, -128, 0), "%Y")),
+              std::make_tuple(null, true, std::string("<nil>")));
+    LmTypeMgr::SetNullPrintString(LmString(""));
+    EXPECT_EQ(Scan("2001", "%Y"), null);
+    LmTypeMgr::SetNullPrintString(LmString("{NULL}"));
     EXPECT_EQ(DateTimeScanEngine(nullptr, LmString("2001"), "%Y", 1), nullptr);
     EXPECT_EQ(Scan("2001", nullptr), Ok(0, 0, 0));
     const unsigned short wide[] = {'2', '0', '0', '1', '-', '0', '2', '-', '0', '3', 0};

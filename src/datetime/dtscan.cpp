@@ -116,7 +116,8 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
     {
         const lmtext::ScanText null(LmTypeMgr::GetNullPrintString());
         const char* n = null.Get();
-        if (*in == *n && std::strncmp(in, n, std::strlen(n)) == 0) {
+        // Every text begins with an empty null print string.
+        if (*n == 0 || (*in == *n && std::strncmp(in, n, std::strlen(n)) == 0)) {
             *target = LmDateTimeNRecord{-32768, -128, -128, -128, -128, -128, 0};
             return target;
         }
