@@ -105,6 +105,8 @@ TEST(DateTimePrint, WildcardsAndTheStateTheyLeave) {
 
 TEST(DateTimePrint, ConditionalPrefixAndGroups) {
     CheckPrints({{Clock(0, 5), "%?H:%M", ":05"},
+                 {Clock(0, 0, 0, 500000000), "%?f", "00.500"},  // %f's zero test is on both fields
+                 {Clock(0, 0, 5, 0), "%?f", "05"},
                  {Clock(3, 5), "%?H:%M", "03:05"},
                  {Clock(0, 5), "%M %?H", "05 00"},  // no effect once something is printed
                  {Make(0, 0, 0), "%?Y-%?m-%?d|%?J", "--|"},
