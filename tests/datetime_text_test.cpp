@@ -228,6 +228,7 @@ TEST(DateTimeScan, NullTextWideTextAndBadInput) {
                               Scan(digits.c_str(), "%y"), Scan(digits.c_str(), "%J")),
               std::make_tuple(Ok(-1, 0, 0), Ok(0, 0, 0), Ok(1899, 0, 0), Ok(1456, 4, 7)));
     EXPECT_EQ(Scan(("1e999" + digits).c_str(), "%f"), Ok(0, 0, 0, 0, 0, -1, 854775807));  // at the limits
+    EXPECT_EQ(Scan("9223372036.854775808", "%f"), Ok(0, 0, 0, 0, 0, -1, 854775807));      // times 1e9 is 2^63
     EXPECT_EQ(Scan("nan", "%f"), Ok(0, 0, 0));
     // Long texts and formats of nothing but '%' or digits end in time.
     const std::string percents(100000, '%');
