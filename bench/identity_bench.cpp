@@ -38,8 +38,12 @@ const Keys& StoredKeys(char id) {
     k.bytes.resize(static_cast<size_t>(kKeys) * k.width);
     for (unsigned i = 0; i < kKeys; ++i) {
         number += 1 + random() % 5000;
-        LmRef ref{random(), static_cast<uint32_t>(number), static_cast<uint16_t>(number >> 32),
-                  static_cast<uint16_t>(random() % 3), static_cast<uint16_t>(random() % 100), 0};
+        LmRef ref{random(),
+                  static_cast<uint32_t>(number),
+                  static_cast<uint16_t>(number >> 32),
+                  static_cast<uint16_t>(random() % 3),
+                  static_cast<uint16_t>(random() % 100),
+                  0};
         LmObjId obj{ref.blockId, ref.low, ref.high, 0};
         LmTypeMgr().Store(id, k.bytes.data() + static_cast<size_t>(i) * k.width,
                           id == LmREF_T ? static_cast<void*>(&ref) : static_cast<void*>(&obj), LmFormatLittle, 1);

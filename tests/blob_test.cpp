@@ -48,13 +48,28 @@ struct State {
 
 TEST(Blob, ThreeStatesThroughEverySlot) {
     const State states[] = {
-        {"null", Null(), {4, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF}, {0, 0, 0, 4, 0xFF, 0xFF, 0xFF, 0xFF}, 0, 0x071939B4u,
+        {"null",
+         Null(),
+         {4, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF},
+         {0, 0, 0, 4, 0xFF, 0xFF, 0xFF, 0xFF},
+         0,
+         0x071939B4u,
          "{NULL}"},  // the null text replaces, a blob's text appends
         {"empty", LmBlob(), {4, 0, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 4, 0, 0, 0, 0}, 0, 0x071939B4u, "x[BLOB,len=0]"},
-        {"zero byte", LmBlob("", 1), {5, 0, 0, 0, 1, 0, 0, 0, 0}, {0, 0, 0, 5, 0, 0, 0, 1, 0}, 0x41C64E6Du,
-         0x48DF8821u, "x[BLOB,len=1]"},
-        {"abc", LmBlob("abc", 3), {7, 0, 0, 0, 3, 0, 0, 0, 'a', 'b', 'c'}, {0, 0, 0, 7, 0, 0, 0, 3, 'a', 'b', 'c'},
-         0xC552EB47u, 0xCC6C24FBu, "x[BLOB,len=3]"},
+        {"zero byte",
+         LmBlob("", 1),
+         {5, 0, 0, 0, 1, 0, 0, 0, 0},
+         {0, 0, 0, 5, 0, 0, 0, 1, 0},
+         0x41C64E6Du,
+         0x48DF8821u,
+         "x[BLOB,len=1]"},
+        {"abc",
+         LmBlob("abc", 3),
+         {7, 0, 0, 0, 3, 0, 0, 0, 'a', 'b', 'c'},
+         {0, 0, 0, 7, 0, 0, 0, 3, 'a', 'b', 'c'},
+         0xC552EB47u,
+         0xCC6C24FBu,
+         "x[BLOB,len=3]"},
     };
     const LmTypeMgr mgr;
     for (const State& s : states) {
@@ -382,8 +397,7 @@ TEST(Blob, DiskCompareAndHashWalk) {
         {"no elements", Image({}), Image({}), 0, 0, 0, 0, 0},
         // Two equal blobs: the walk steps four bytes too far into the second element.
         {"array walk", Image({12, 2}, std::string("ab\x02\0\0\0cd", 8)),
-         Image({12, 2}, std::string("ab\x02\0\0\0cd", 8)), 16, 16, 2, 0,
-         LM_ERR_OUT_OF_DATA},
+         Image({12, 2}, std::string("ab\x02\0\0\0cd", 8)), 16, 16, 2, 0, LM_ERR_OUT_OF_DATA},
     };
     for (const Row& r : rows) {
         const auto left = Exact(r.left), right = Exact(r.right);
@@ -399,9 +413,12 @@ TEST(Blob, DiskCompareAndHashWalk) {
         uint32_t word;
         int status;
     } hashes[] = {
-        {Image({7, 3}, "abc"), 0, 1, 7, 0},     {Image({7, 3}, "abc"), 11, 3, 7, 0},
-        {Image({7, 3}, "abc"), 9, 1, 5, 0},     {Image({7, 3}, "abc"), 2, 1, 0, LM_ERR_OUT_OF_DATA},
-        {Image({2, 0}, "ab"), 0, 1, 2, 0},      {Image({0, 0, 0, 0}), 16, 2, 4 ^ 4, 0},
+        {Image({7, 3}, "abc"), 0, 1, 7, 0},
+        {Image({7, 3}, "abc"), 11, 3, 7, 0},
+        {Image({7, 3}, "abc"), 9, 1, 5, 0},
+        {Image({7, 3}, "abc"), 2, 1, 0, LM_ERR_OUT_OF_DATA},
+        {Image({2, 0}, "ab"), 0, 1, 2, 0},
+        {Image({0, 0, 0, 0}), 16, 2, 4 ^ 4, 0},
         {Image({0, 0, 0}), 10, 2, 4, LM_ERR_OUT_OF_DATA},
     };
     for (const HashRow& h : hashes) {

@@ -39,11 +39,19 @@ struct Golden {
 
 TEST(Identity, GoldenImagesAndHashesInBothByteOrders) {
     const Golden rows[] = {
-        {LmOBJID_T, &kObj, {4, 3, 2, 1, 0x0D, 0x0C, 0x0B, 0x0A, 0x22, 0x11},
-         {1, 2, 3, 4, 0x0A, 0x0B, 0x0C, 0x0D, 0x11, 0x22}, 0x2AF9BF03u, 0xE895BA7Fu},
+        {LmOBJID_T,
+         &kObj,
+         {4, 3, 2, 1, 0x0D, 0x0C, 0x0B, 0x0A, 0x22, 0x11},
+         {1, 2, 3, 4, 0x0A, 0x0B, 0x0C, 0x0D, 0x11, 0x22},
+         0x2AF9BF03u,
+         0xE895BA7Fu},
         {LmCLID_T, &kCls, {0x34, 0x12, 0x56, 0}, {0x12, 0x34, 0, 0x56}, 0x1F6DAFBAu, 0x89F73DAAu},
-        {LmREF_T, &kRef, {4, 3, 2, 1, 0x0D, 0x0C, 0x0B, 0x0A, 0x22, 0x11, 0x33, 0, 0x55, 0x44},
-         {1, 2, 3, 4, 0x0A, 0x0B, 0x0C, 0x0D, 0x11, 0x22, 0, 0x33, 0x44, 0x55}, 0x4941ECECu, 0x49FD577Fu},
+        {LmREF_T,
+         &kRef,
+         {4, 3, 2, 1, 0x0D, 0x0C, 0x0B, 0x0A, 0x22, 0x11, 0x33, 0, 0x55, 0x44},
+         {1, 2, 3, 4, 0x0A, 0x0B, 0x0C, 0x0D, 0x11, 0x22, 0, 0x33, 0x44, 0x55},
+         0x4941ECECu,
+         0x49FD577Fu},
     };
     const LmTypeMgr mgr;
     for (const Golden& g : rows) {
@@ -284,7 +292,10 @@ TEST(Identity, Operators) {
         short amount;
         uint32_t lowAfter;
         uint16_t highAfter;
-    } steps[] = {{5, 1, 0, 5, 1}, {0, 1, -1, 0xFFFFFFFFu, 0}, {0xFFFFFFF0u, 1, 0x20, 0x10, 2}, {7, 1, -3, 4, 1},
+    } steps[] = {{5, 1, 0, 5, 1},
+                 {0, 1, -1, 0xFFFFFFFFu, 0},
+                 {0xFFFFFFF0u, 1, 0x20, 0x10, 2},
+                 {7, 1, -3, 4, 1},
                  {0x10, 1, 0x7FFF, 0x800F, 1}};
     for (const Step& s : steps) {
         LmObjId v{0, s.low, s.high, 0};
@@ -313,8 +324,8 @@ TEST(Identity, Operators) {
     struct Validity {
         LmRef r;
         int valid, origin;
-    } validity[] = {{{0, 1, 0, 0, 5, 0}, 1, 1},     {{0, 0, 1, 65534, 5, 0}, 1, 1}, {{0, 0, 0, 1, 5, 0}, 0, 0},
-                    {{0, 1, 0, 1, 0, 0}, 0, 0},     {{0, 1, 0, 65535, 5, 0}, 0, 1}, {{0, 1, 0, 65535, 0, 0}, 0, 1}};
+    } validity[] = {{{0, 1, 0, 0, 5, 0}, 1, 1}, {{0, 0, 1, 65534, 5, 0}, 1, 1}, {{0, 0, 0, 1, 5, 0}, 0, 0},
+                    {{0, 1, 0, 1, 0, 0}, 0, 0}, {{0, 1, 0, 65535, 5, 0}, 0, 1}, {{0, 1, 0, 65535, 0, 0}, 0, 1}};
     for (const Validity& v : validity) {
         EXPECT_EQ(v.r.IsValid(), v.valid);
         EXPECT_EQ(v.r.IsInvalid(), 1 - v.valid);
@@ -426,9 +437,11 @@ TEST(Identity, KeySteps) {
         uint32_t lowAfter;
         uint16_t highAfter;
     } rows[] = {
-        {LmOBJID_T, 5, 1, 'N', 0, 6, 1},         {LmOBJID_T, 0xFFFFFFFFu, 1, 'M', 0, 0, 2},
+        {LmOBJID_T, 5, 1, 'N', 0, 6, 1},
+        {LmOBJID_T, 0xFFFFFFFFu, 1, 'M', 0, 0, 2},
         {LmOBJID_T, 0xFFFFFFFFu, 0xFFFF, 'N', LM_ERR_NO_NEXT_VALUE, 0xFFFFFFFFu, 0xFFFF},
-        {LmOBJID_T, 5, 1, 'O', 0, 5, 1},         {LmREF_T, 5, 1, 'N', 0, 6, 1},
+        {LmOBJID_T, 5, 1, 'O', 0, 5, 1},
+        {LmREF_T, 5, 1, 'N', 0, 6, 1},
         {LmREF_T, 0xFFFFFFFFu, 0xFFFF, 'M', LM_ERR_NO_NEXT_VALUE, 0xFFFFFFFFu, 0xFFFF},
         {LmOBJID_T, 5, 1, 'X', LM_ERR_NOT_SUPPORTED, 5, 1},
     };

@@ -103,7 +103,7 @@ public:
     LmObjId& operator+=(short amount);
 
     int IsNullValue() const { return low == 0 && high == 0 ? 1 : 0; }
-    int SetNullValue();     // blockId, low and high 0; 0
+    int SetNullValue();      // blockId, low and high 0; 0
     void SetHighestValue();  // low and high all ones, blockId 0
 
     // Count 1 through PrintToString and ScanFromString; a null format is "(%H-%L#%B)".
@@ -155,10 +155,10 @@ public:
     static constexpr unsigned DiskSize = 14;
 
     LmRef& operator=(const LmRef& other) = default;  // all fields
-    LmRef& operator=(const LmObjId& id);              // the identity; the rest stays
-    LmRef& operator=(const LmClassId& cls);           // classNumber and version
-    LmRef& operator=(const LmLocalRef& local);        // all fields, databaseId 0
-    LmRef& operator=(unsigned short database);        // databaseId
+    LmRef& operator=(const LmObjId& id);             // the identity; the rest stays
+    LmRef& operator=(const LmClassId& cls);          // classNumber and version
+    LmRef& operator=(const LmLocalRef& local);       // all fields, databaseId 0
+    LmRef& operator=(unsigned short database);       // databaseId
     int operator==(const LmRef& other) const {
         return low == other.low && high == other.high && databaseId == other.databaseId ? 1 : 0;
     }
@@ -227,9 +227,7 @@ public:
     LmLocalRef& operator=(const LmRef& ref);      // all fields but databaseId
     int operator==(const LmLocalRef& other) const { return low == other.low && high == other.high ? 1 : 0; }
     // The same identity, and the reference's databaseId is 0.
-    int operator==(const LmRef& ref) const {
-        return low == ref.low && high == ref.high && ref.databaseId == 0 ? 1 : 0;
-    }
+    int operator==(const LmRef& ref) const { return low == ref.low && high == ref.high && ref.databaseId == 0 ? 1 : 0; }
     int operator!=(const LmLocalRef& other) const;  // three-way, as LmObjId's
     // As LmObjId's; an equal identity gives -1 if the reference's databaseId is not 0.
     int operator!=(const LmRef& ref) const;

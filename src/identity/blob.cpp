@@ -102,7 +102,9 @@ uint32_t ReadWord(const void* p, unsigned char format) {
     return v;
 }
 
-void WriteWord(void* p, uint32_t v, unsigned char format) { LongStoreOne(p, &v, static_cast<unsigned char>(format & 15)); }
+void WriteWord(void* p, uint32_t v, unsigned char format) {
+    LongStoreOne(p, &v, static_cast<unsigned char>(format & 15));
+}
 
 // The number text of the bytes, as atoi and atof read it.
 std::string NumberText(const LmBlobData* record) {
@@ -160,8 +162,7 @@ LmBlob::operator double() const { return std::atof(NumberText(blob).c_str()); }
 int LmBlob::operator==(const LmBlob& other) const {
     if (blob == nullptr || other.blob == nullptr) return blob == other.blob ? 1 : 0;
     if (blob->size != other.blob->size) return 0;
-    return blob->size == 0 || std::memcmp(blob->data, other.blob->data, static_cast<size_t>(blob->size)) == 0 ? 1
-                                                                                                               : 0;
+    return blob->size == 0 || std::memcmp(blob->data, other.blob->data, static_cast<size_t>(blob->size)) == 0 ? 1 : 0;
 }
 
 int LmBlob::operator!=(const LmBlob& other) const {

@@ -82,8 +82,8 @@ unsigned LmClassId::Translate(void* dest, unsigned char destFormat, unsigned des
 // Format 8: by operator!=. Any other: the bytes 1, 0, 3, 2 in this order, whatever
 // the byte order; a difference then becomes -1 if the first element of the left
 // operand is all ones, else 1 if the first of the right one is.
-int LmClassId::Compare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
-                       unsigned short, unsigned count, int& status) {
+int LmClassId::Compare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,
+                       unsigned count, int& status) {
     if (format == LmFormatMemory) {
         return lmidentity::CompareLoop<sizeof(LmClassId)>(
             len1, value1, len2, value2, count, status,
@@ -136,5 +136,4 @@ void* LmClassId::ScanFromString(void* value, LmString& text, const char* format,
                                     lmidentity::ClassIdLanguage);
 }
 
-constinit LmTypeDesc LmDesc_LmClassId =
-    IdentityRow<LmClassId>("LmClassId", "LmCLID_T", "(%Cv%V)", RefuseGetValue);
+constinit LmTypeDesc LmDesc_LmClassId = IdentityRow<LmClassId>("LmClassId", "LmCLID_T", "(%Cv%V)", RefuseGetValue);

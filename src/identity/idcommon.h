@@ -177,10 +177,10 @@ enum class PlainStyle : uint8_t {
 // One class's language: its named directives, its positional ones and the fields
 // they stand for in the order of their position.
 struct Language {
-    const char* letters;        // named directive letters
-    Field fields[6];            // the field of each letter, in the same order
-    const char* positional;     // the positional letters, "hl" or "h"
-    Field positions[5];         // the field of each position; width 0: none
+    const char* letters;     // named directive letters
+    Field fields[6];         // the field of each letter, in the same order
+    const char* positional;  // the positional letters, "hl" or "h"
+    Field positions[5];      // the field of each position; width 0: none
     PlainStyle style;
     unsigned char nullFill;     // the byte a null text fills the record with
     unsigned char recordBytes;  // bytes the null text fills

@@ -119,13 +119,7 @@ void MeetPlain(const Language& language, const char*& f, const char*& t) {
 
 // Offsets of the fields in the memory records.
 const Language ObjIdLanguage = {
-    "BLH",
-    {{0, 4}, {4, 4}, {8, 2}},
-    "hl",
-    {{8, 2}, {4, 4}, {0, 4}},
-    PlainStyle::ObjId,
-    0x00,
-    sizeof(LmObjId),
+    "BLH", {{0, 4}, {4, 4}, {8, 2}}, "hl", {{8, 2}, {4, 4}, {0, 4}}, PlainStyle::ObjId, 0x00, sizeof(LmObjId),
 };
 const Language ClassIdLanguage = {
     "CV", {{0, 2}, {2, 2}}, "h", {{0, 2}, {2, 2}}, PlainStyle::ClassId, 0xFF, sizeof(LmClassId),

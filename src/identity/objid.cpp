@@ -16,7 +16,9 @@ LmObjId Read(const void* p) {
 }
 
 // Greater by the identity: high first, then low.
-bool IdentityAbove(const LmObjId& a, const LmObjId& b) { return a.high > b.high || (a.high == b.high && a.low > b.low); }
+bool IdentityAbove(const LmObjId& a, const LmObjId& b) {
+    return a.high > b.high || (a.high == b.high && a.low > b.low);
+}
 
 }  // namespace
 
@@ -67,7 +69,9 @@ LmObjId* LmObjId::ScanFromLmString(const LmString& text, const char* format) {
 
 void* LmObjId::Create(unsigned count) { return lmidentity::CreateRecords<LmObjId>(count); }
 void* LmObjId::Delete(void* value, unsigned) { return lmidentity::DeleteRecords(value); }
-void LmObjId::Constructor(void* array, unsigned count, unsigned) { lmidentity::ConstructRecords<LmObjId>(array, count); }
+void LmObjId::Constructor(void* array, unsigned count, unsigned) {
+    lmidentity::ConstructRecords<LmObjId>(array, count);
+}
 void LmObjId::Destructor(void*, unsigned, unsigned) {}
 void LmObjId::Assignment(void* dest, void* src, unsigned count, int replicate) {
     lmidentity::AssignRecords<LmObjId>(dest, src, count, replicate);

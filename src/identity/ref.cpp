@@ -99,7 +99,7 @@ unsigned LmRef::Store(void* dest, const void* src, unsigned char format, unsigne
     auto* to = static_cast<unsigned char*>(dest);
     const auto* from = static_cast<const unsigned char*>(src);
     for (unsigned i = 0; i < count; ++i, to += DiskSize, from += sizeof(LmRef)) {
-        LongStore(to, from, format, 2);       // blockId, low
+        LongStore(to, from, format, 2);           // blockId, low
         ShortStore(to + 8, from + 8, format, 3);  // high, databaseId, classNumber
     }
     return count * DiskSize;
@@ -159,7 +159,9 @@ LmTypeConvertData* LmRef::ConvertTo(void* value, unsigned count) {
 void* LmRef::ConvertFrom(LmTypeConvertData* data, unsigned count) {
     return lmidentity::ConvertFromText<LmRef>(LmDesc_LmRef, data, count);
 }
-void* LmRef::DefaultValue(unsigned count, int asNull) { return lmidentity::DefaultFromTextOrNull<LmRef>(count, asNull); }
+void* LmRef::DefaultValue(unsigned count, int asNull) {
+    return lmidentity::DefaultFromTextOrNull<LmRef>(count, asNull);
+}
 
 int LmRef::IsNull(void* value) { return Read(value).IsNullValue(); }
 int LmRef::SetNull(void* value) {
@@ -172,8 +174,7 @@ LmString& LmRef::PrintToString(LmString& out, void* value, const char* format, u
                                      lmidentity::RefLanguage);
 }
 void* LmRef::ScanFromString(void* value, LmString& text, const char* format, unsigned) {
-    return lmidentity::ScanIdentity(value, text, format != nullptr ? format : kRefSlotFormat,
-                                    lmidentity::RefLanguage);
+    return lmidentity::ScanIdentity(value, text, format != nullptr ? format : kRefSlotFormat, lmidentity::RefLanguage);
 }
 
 int LmRef::GetValue(void* value, unsigned, unsigned char format, unsigned char mode) {

@@ -12,8 +12,9 @@
 
 namespace {
 
-const char* const kFormats[] = {"(%H-%L#%B)", "(%Cv%V)", "(%D:%H-%L#%B, %C)", "(%D:%H-%L#%B,%Cv%V)",
-                                "(%hu-%lu#%lu)", "%hu %hu %lu %lu %hu %hu", "%%%B%Q%", ""};
+const char* const kFormats[] = {
+    "(%H-%L#%B)", "(%Cv%V)", "(%D:%H-%L#%B, %C)", "(%D:%H-%L#%B,%Cv%V)", "(%hu-%lu#%lu)", "%hu %hu %lu %lu %hu %hu",
+    "%%%B%Q%",    ""};
 
 template <typename T>
 void ScanAndPrint(LmString& text, const char* format) {
