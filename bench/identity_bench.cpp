@@ -38,7 +38,7 @@ const Keys& StoredKeys(char id) {
     k.bytes.resize(static_cast<size_t>(kKeys) * k.width);
     for (unsigned i = 0; i < kKeys; ++i) {
         number += 1 + random() % 5000;
-        LmRef ref{random(),
+        LmRef ref{static_cast<uint32_t>(random()),
                   static_cast<uint32_t>(number),
                   static_cast<uint16_t>(number >> 32),
                   static_cast<uint16_t>(random() % 3),
