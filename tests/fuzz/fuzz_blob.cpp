@@ -35,7 +35,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     LmTypeMgr mgr;
     void* blobs = mgr.Create(LmBLOB_T, count);
     if (blobs == nullptr) return 0;
-    mgr.Translate(LmBLOB_T, blobs, 8, 0, right.get(), format, static_cast<unsigned>(right.size), count);
+    // A source length of 0 would trust the image's total word: only a real length is given.
+    if (right.size != 0)
+        mgr.Translate(LmBLOB_T, blobs, 8, 0, right.get(), format, static_cast<unsigned>(right.size), count);
 
     if (left.size >= 4 && Total(left, format) <= kLoadReach) {
         const Block padded(std::vector<uint8_t>(left.get(), left.get() + left.size), Total(left, format) + 4);
