@@ -41,7 +41,7 @@ public:
 
     static constexpr unsigned DiskSize = 4;
 
-    LmClassId& operator=(const LmClassId& other) = default;  // both words
+    // Copies and assignment are the implicit ones: both words.
     // Three-way: an all-ones value below every other; then classNumber, then version.
     int operator!=(const LmClassId& other) const;
     int operator>(const LmClassId& other) const;  // 1 if greater by that order
@@ -93,7 +93,7 @@ public:
 
     static constexpr unsigned DiskSize = 10;
 
-    LmObjId& operator=(const LmObjId& other) = default;  // blockId, low, high (and the room)
+    // Copies and assignment are the implicit ones: blockId, low, high and the room.
     int operator==(const LmObjId& other) const { return low == other.low && high == other.high ? 1 : 0; }
     // Three-way: the signed difference of high, else 1 or -1 by low, else 0.
     int operator!=(const LmObjId& other) const;
@@ -154,7 +154,7 @@ public:
 
     static constexpr unsigned DiskSize = 14;
 
-    LmRef& operator=(const LmRef& other) = default;  // all fields
+    // Copies and assignment from an LmRef are the implicit ones: all fields.
     LmRef& operator=(const LmObjId& id);             // the identity; the rest stays
     LmRef& operator=(const LmClassId& cls);          // classNumber and version
     LmRef& operator=(const LmLocalRef& local);       // all fields, databaseId 0
@@ -221,7 +221,7 @@ public:
     uint16_t classNumber;
     uint16_t version;
 
-    LmLocalRef& operator=(const LmLocalRef& other) = default;
+    // Copies and assignment from an LmLocalRef are the implicit ones: all fields.
     LmLocalRef& operator=(const LmClassId& cls);  // classNumber and version
     LmLocalRef& operator=(const LmObjId& id);     // blockId, low and high
     LmLocalRef& operator=(const LmRef& ref);      // all fields but databaseId

@@ -299,7 +299,7 @@ void LmBlob::SetTo(const void* p, int n) {
 // ---- Slots. ----
 
 void* LmBlob::Create(unsigned count) {
-    auto* blobs = static_cast<LmBlob*>(Allocate((count != 0 ? count : 1) * sizeof(LmBlob)));
+    auto* blobs = static_cast<LmBlob*>(Allocate(std::max(count, 1u) * sizeof(LmBlob)));
     if (blobs != nullptr)
         for (unsigned i = 0; i < count; ++i) new (blobs + i) LmBlob();
     return blobs;

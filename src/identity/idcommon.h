@@ -4,6 +4,7 @@
 #ifndef IDCOMMON_H
 #define IDCOMMON_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -93,7 +94,7 @@ template <typename T>
 void* CreateRecords(unsigned count) {
     // calloc refuses a product beyond the address space; a count of 0 still gives a
     // pointer that Delete takes back.
-    return std::calloc(count != 0 ? count : 1, sizeof(T));
+    return std::calloc(std::max(count, 1u), sizeof(T));
 }
 
 inline void* DeleteRecords(void* value) {
@@ -155,7 +156,7 @@ void* DefaultFromTextOrNull(unsigned count, int asNull) {
     if (asNull == 0) return DefaultFromText(T::ConvertFrom, count);
     T* values = static_cast<T*>(T::Create(count));
     if (values != nullptr)
-        for (unsigned i = 0; i < count; ++i) T::SetNull(values + i);
+        for (T* v = values; v != values + count; ++v) T::SetNull(v);
     return values;
 }
 
