@@ -16,7 +16,6 @@
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-constexpr uint32_t M = 1103515245u;
 
 const LmObjId kObj{0x01020304u, 0x0A0B0C0Du, 0x1122, 0};
 const LmClassId kCls{0x1234, 0x0056};
