@@ -150,6 +150,9 @@ TEST(Identity, ElementLoopStopsWhereTheDataEnds) {
     EXPECT_EQ(status, LM_ERR_OUT_OF_DATA);
     EXPECT_EQ(Cmp(LmOBJID_T, 1, left.data(), right.data(), 2, 20, 19, &status), 0);
     EXPECT_EQ(status, LM_ERR_OUT_OF_DATA);
+    LmObjId loaded[2]{};
+    EXPECT_EQ(LmObjId::Load(loaded, right.data(), 1, 2), 20u);
+    EXPECT_EQ(loaded[1].low, 1u);
     EXPECT_EQ(Cmp(LmOBJID_T, 1, left.data(), right.data(), 0, 0, 0, &status), 0);
     EXPECT_EQ(status, 0);
     // The hash: two equal elements cancel; a cut second element stops with 2101.
@@ -221,6 +224,7 @@ TEST(Identity, ScanLanguages) {
         {LmOBJID_T, "(70000-4294967296#-1)", nullptr, {0xFFFFFFFFu, 0, 4464, 0, 0, 0}},  // "%u" keeps low bits
         {LmOBJID_T, "(ab-5#6)", nullptr, {6, 5, 0, 0, 0, 0}},
         {LmOBJID_T, "z5", "%Q%H", {0, 0, 5, 0, 0, 0}},
+        {LmOBJID_T, "10 5", "%H%L", {0, 5, 10, 0, 0, 0}},  // the digits of a number are passed over
         {LmOBJID_T, "(7-123#4)", "", {0, 0, 0, 0, 0, 0}},
         {LmOBJID_T, "{NULL}(7-1#2)", nullptr, {0, 0, 0, 0, 0, 0}},
         {LmCLID_T, "(5v2)", nullptr, {0x00020005u, 0, 0, 0, 0, 0}},
@@ -418,10 +422,11 @@ TEST(Identity, ManagerRows) {
     MemFile file(raw, sizeof raw);
     EXPECT_EQ(mgr.DiskLenGetFromMemFile(LmCLID_T, &file, 1, 5), 20u);
     LmClassId* created = static_cast<LmClassId*>(mgr.Create(LmCLID_T, 2));
-    mgr.ConstructorPtrGet(LmCLID_T)(created, 2, 0);
     LmClassId one = kCls;
     mgr.AssignmentPtrGet(LmCLID_T)(created, &one, 2, 1);
     EXPECT_EQ(created[1].version, 0x56);
+    mgr.ConstructorPtrGet(LmCLID_T)(created, 2, 0);
+    EXPECT_EQ(created[1].version, 0);
     EXPECT_EQ(mgr.Delete(LmCLID_T, created, 2), nullptr);
 }
 
