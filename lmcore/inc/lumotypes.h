@@ -2,12 +2,14 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
+#include "lmblob.h"
 #include "lmchar.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdate.h"
 #include "lmdefs.h"
 #include "lmdtformat.h"
+#include "lmidentity.h"
 #include "lmmbs.h"
 #include "lmstring.h"
 #include "lmstrtype.h"

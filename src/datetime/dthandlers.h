@@ -116,7 +116,7 @@ int SetNull(void* value) {
 // Each value as the decimal text of its number; a null value gives a null string.
 template <typename T>
 LmTypeConvertData* ConvertTo(void* value, unsigned count) {
-    LmString* strings = CreateConvertStrings(count);
+    LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
     const auto* values = static_cast<const unsigned char*>(value);
     for (unsigned i = 0; i < count; ++i) {

@@ -111,10 +111,10 @@ const char* Expansion(char directive) {
 LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString& text, const char* format,
                                       int /*flag*/) {
     if (target == nullptr) return nullptr;
-    const lmtext::ScanText input(text);
+    const ScanText input(text);
     const char* in = input.Get();
     {
-        const lmtext::ScanText null(LmTypeMgr::GetNullPrintString());
+        const ScanText null(LmTypeMgr::GetNullPrintString());
         const char* n = null.Get();
         // Every text begins with an empty null print string.
         if (*n == 0 || (*in == *n && std::strncmp(in, n, std::strlen(n)) == 0)) {

@@ -16,7 +16,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -552,8 +551,6 @@ LmString& PrintNumber(LmString& out, V v, const char* format) {
     out = buffer;
     return out;
 }
-
-using lmtext::ScanText;
 
 // The scanned number into the value's type: integers keep their low bits, reals and
 // integers convert by value.

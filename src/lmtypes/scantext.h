@@ -6,8 +6,6 @@
 
 #include "lmstring.h"
 
-namespace lmtext {
-
 // Scans read a narrow text: a wide one is appended to a new empty string of the
 // native code set, which converts it, and that copy is read.
 class ScanText {
@@ -21,13 +19,13 @@ public:
             chars = text.StrGet();
         }
     }
+    ScanText(const ScanText&) = delete;
+    ScanText& operator=(const ScanText&) = delete;
     const char* Get() const { return chars; }
 
 private:
     std::optional<LmString> copy;
     const char* chars;
 };
-
-}  // namespace lmtext
 
 #endif
