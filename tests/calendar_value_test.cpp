@@ -198,7 +198,7 @@ TEST(CalendarArithmetic, DaysThroughTheAbsoluteDay) {
 TEST(CalendarCompare, OperatorsAndWildcards) {
     const LmDate a = D(2001, 7, 5), b = D(2001, 7, 8), c = D(2002, 1, 1), anyMonth = D(2001, -1, 5);
     EXPECT_EQ(std::make_tuple(a == a, a == b, a != b, b != a, c != a), std::make_tuple(1, 0, -3, 3, 1));
-    EXPECT_EQ(std::make_tuple(a<b, b<a, a <= a, a> b, c> b, a >= a), std::make_tuple(1, 0, 1, 0, 1, 1));
+    EXPECT_EQ(std::make_tuple((a < b), (b < a), a <= a, (a > b), (c > b), a >= a), std::make_tuple(1, 0, 1, 0, 1, 1));
     EXPECT_EQ(std::make_tuple(D(-1, 5, 5) < D(0, 1, 1), anyMonth == a), std::make_tuple(1, 0));  // numbers only
     EXPECT_EQ(std::make_tuple(anyMonth.Compare(a, 0), anyMonth.Compare(a, 0x10), a.Compare(anyMonth, 0)),
               std::make_tuple(0, -8, 0));
@@ -206,8 +206,8 @@ TEST(CalendarCompare, OperatorsAndWildcards) {
     EXPECT_EQ(std::make_tuple(D(2003, 3, 1).Compare(D(2001, 9, 9), 0), D(-1, 3, 1).Compare(D(2001, 9, 9), 0xFFEF)),
               std::make_tuple(2, -6));
     const LmTime t1 = T(10, 20, 30), t2 = T(10, 21, 0);
-    EXPECT_EQ(std::make_tuple(t1 == t1, t1 != t2, t2 != t1, t1<t2, t2 <= t1, t2> t1, t1 >= t1),
-              std::make_tuple(1, -1, 1, 1, 0, 1, 1));
+    EXPECT_EQ(std::make_tuple(t1 == t1, t1 == t2, t1 != t2, t2 != t1, (t1 < t2), t2 <= t1, (t2 > t1), t1 >= t1),
+              std::make_tuple(1, 0, -1, 1, 1, 0, 1, 1));
     EXPECT_EQ(std::make_tuple(T(10, -1, 30).Compare(t1, 0), T(10, -1, 30).Compare(t1, 0x10),
                               T(10, -1, 31).Compare(t2, 0), T(-1, -1, -1).Compare(t2, 0)),
               std::make_tuple(0, -21, 31, 0));
