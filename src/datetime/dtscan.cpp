@@ -31,33 +31,42 @@ constexpr std::array<bool, 256> kSpace = [] {
 inline bool IsSpace(char c) { return kSpace[static_cast<unsigned char>(c)]; }
 inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// The value of "%d" (or with maxChars 3 of "%3d", the sign counted) at p, where no
-// white space stands: true and the value when a digit follows the optional sign.
-// Answers in end the pointer behind the sign and the digits (all digits for "%d").
-inline bool ReadInt(const char* p, int& value, const char*& end, int maxChars = -1) {
-    bool negative = false;
-    if (*p == '+' || *p == '-') {
-        negative = *p == '-';
-        ++p;
-        --maxChars;
-    }
-    if (maxChars == 0 || !IsDigit(*p)) {
+// The value of "%d" at p, where no white space stands: true and the value when a
+// digit follows the optional sign. Answers in end the pointer behind the sign and all
+// its digits. A number beyond 32 bits is held at the limit.
+inline bool ReadInt(const char* p, int& value, const char*& end) {
+    const char sign = *p;
+    if (sign == '+' || sign == '-') ++p;
+    unsigned digit = static_cast<unsigned char>(*p) - '0';
+    if (digit > 9) {
         end = p;
         return false;
     }
-    // Nine digits cannot leave 32 bits; a longer number is held at the limit.
-    uint32_t v = 0;
-    int digits = 0;
-    for (; IsDigit(*p) && maxChars != 0 && digits < 9; ++p, --maxChars, ++digits) v = v * 10 + (*p - '0');
+    const char* const first = p;
+    uint32_t v = digit;  // nine digits cannot leave 32 bits
+    while ((digit = static_cast<unsigned char>(*++p) - '0') <= 9 && p - first < 9) v = v * 10 + digit;
     int64_t wide = v;
-    for (; IsDigit(*p) && maxChars != 0; ++p, --maxChars) {
-        if (wide <= INT32_MAX) wide = wide * 10 + (*p - '0');
+    for (; digit <= 9; digit = static_cast<unsigned char>(*++p) - '0') {
+        if (wide <= INT32_MAX) wide = wide * 10 + digit;
     }
-    while (IsDigit(*p)) ++p;
     end = p;
-    if (negative) wide = -wide;
+    if (sign == '-') wide = -wide;
     value = wide > INT32_MAX ? INT32_MAX : (wide < INT32_MIN ? INT32_MIN : static_cast<int>(wide));
     return true;
+}
+
+// The value of "%3d" at p: at most three characters, the sign counted.
+void ReadInt3(const char* p, int& value) {
+    const char sign = *p;
+    int left = 3;
+    if (sign == '+' || sign == '-') {
+        ++p;
+        --left;
+    }
+    if (!IsDigit(*p)) return;
+    int v = 0;
+    for (; left != 0 && IsDigit(*p); ++p, --left) v = v * 10 + (*p - '0');
+    value = sign == '-' ? -v : v;
 }
 
 // Steps over n characters, never beyond the terminator.
@@ -209,8 +218,7 @@ LmDateTimeNRecord* DateTimeScanEngine(LmDateTimeNRecord* target, const LmString&
                     month = m;
                     in += Common(in, lmdatetime::kMonthNames[m]);
                 } else {
-                    const char* end = nullptr;
-                    ReadInt(in, month, end, 3);
+                    ReadInt3(in, month);
                     in = Skip(in, 3);
                 }
                 break;
