@@ -3,6 +3,7 @@
 // Disk form, 4 bytes at every factory level: the year in two's complement, high
 // byte first for store format 2 and low byte first for every other nibble; then
 // month and day. Null goes to disk as it is (00 80 80 80 low first).
+#include "dtcommon.h"
 #include "dthandlers.h"
 #include "lmdate.h"
 #include "scalarread.h"
@@ -53,21 +54,19 @@ unsigned DateTranslate(void* dest, unsigned char destFormat, unsigned destLen, v
 
 // The element word: (year << 16) + (month << 8) + day in wrapping 32-bit arithmetic
 // on the sign-extended fields. Only the memory form reads the year directly; every
-// other format, 1 too, reads it through ShortStoreOne.
+// other format, 1 too, reads it as ShortStoreOne gives it: swapped for nibble 2, as it
+// stands for every other nibble.
 unsigned DateHash(unsigned char format, unsigned len, void* value, unsigned count, int& status) {
-    const bool memory = (format & 15u) == LmFormatMemory;
-    return lmscalar::HashLoop(kWidth, len, value, count, status, [&](const unsigned char* p) {
-        int16_t year;
-        if (memory) {
-            std::memcpy(&year, p, sizeof year);
-        } else {
-            ShortStoreOne(&year, p, format);
-        }
-        return (static_cast<uint32_t>(int32_t{year}) << 16) +
+    const bool high = (format & 15u) != LmFormatMemory && HighFirst(format);
+    return lmscalar::HashLoop(kWidth, len, value, count, status, [high](const unsigned char* p) {
+        return (static_cast<uint32_t>(int32_t{DiskYear(p, high)}) << 16) +
                (static_cast<uint32_t>(int32_t{static_cast<int8_t>(p[2])}) << 8) +
                static_cast<uint32_t>(int32_t{static_cast<int8_t>(p[3])});
     });
 }
+
+// Four equal bytes are equal values in every form, whatever the wildcards.
+inline bool SameBytes(const unsigned char* a, const unsigned char* b) { return std::memcmp(a, b, kWidth) == 0; }
 
 void Today(LmDate& d) { d.Today(); }
 
@@ -82,13 +81,17 @@ int LmDateCompare(unsigned char format, unsigned len1, void* value1, unsigned le
     if ((format & 15u) == LmFormatMemory) {
         return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
                                      [option](const unsigned char* a, const unsigned char* b) {
-                                         return Read<LmDate>(a).Compare(Read<LmDate>(b), option);
+                                         if (SameBytes(a, b)) return 0;
+                                         const LmDate x = Read<LmDate>(a), y = Read<LmDate>(b);
+                                         return lmdatetime::CompareFields(x.year, x.month, x.day, y.year, y.month,
+                                                                          y.day, (option & LM_CMP_NO_WILDCARD) == 0);
                                      });
     }
     const bool high = HighFirst(format);
     const bool wildcards = (option & LM_CMP_NO_WILDCARD) == 0;
     return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
                                  [high, wildcards](const unsigned char* a, const unsigned char* b) {
+                                     if (SameBytes(a, b)) return 0;
                                      const int y1 = DiskYear(a, high), y2 = DiskYear(b, high);
                                      if (y1 != y2 && (!wildcards || y2 != -1)) return y1 < y2 ? -1 : 1;
                                      for (int i = 2; i < 4; ++i) {

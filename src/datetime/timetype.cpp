@@ -1,6 +1,7 @@
 // The handlers of LmTime (id 13) and its descriptor record.
 //
 // Disk form, 3 bytes: hour, minute, second, the same in every store format.
+#include "dtcommon.h"
 #include "dthandlers.h"
 #include "lmtime.h"
 #include "scalarread.h"
@@ -45,7 +46,11 @@ int LmTimeCompare(unsigned char format, unsigned len1, void* value1, unsigned le
     if ((format & 15u) == LmFormatMemory) {
         return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
                                      [option](const unsigned char* a, const unsigned char* b) {
-                                         return Read<LmTime>(a).Compare(Read<LmTime>(b), option);
+                                         return lmdatetime::CompareFields(
+                                             static_cast<int8_t>(a[0]), static_cast<int8_t>(a[1]),
+                                             static_cast<int8_t>(a[2]), static_cast<int8_t>(b[0]),
+                                             static_cast<int8_t>(b[1]), static_cast<int8_t>(b[2]),
+                                             (option & LM_CMP_NO_WILDCARD) == 0);
                                      });
     }
     const bool wildcards = (option & LM_CMP_NO_WILDCARD) == 0;
