@@ -32,6 +32,12 @@ def key(words, family=1, cut=False):
     return struct.pack("<H", length) + bytes([254, family]) + body + tail
 
 
+def fixed(*texts, flag=0x40, big=False):
+    """A stored array of fixed-form strings: flag, T, the strings each with a zero."""
+    body = b"".join(t + b"\x00" for t in texts)
+    return bytes([flag]) + struct.pack(">H" if big else "<H", len(body)) + body
+
+
 OLD_AB = b"\x04\x00ab\x00\x00"  # old form: "ab" and ""
 NULL = b"\x04\x00\x00\xfe\x00\xff"
 
@@ -102,6 +108,24 @@ SEEDS = {
         "order_words": bytes([5, 5, 1, 1]) + struct.pack("<H", 0) + struct.pack("<h", -1) + bytes([0, 0, 4])
         + struct.pack("<HH", 0x4180, 0x4184) + struct.pack("<HH", 0x4180, 0x4188),
         "null_left": bytes([1, 1, 9, 1]) + struct.pack("<H", 0) + struct.pack("<h", -1) + bytes([0, 1, 0]) + b"*",
+    },
+    # id (odd: LmCaseIString), format (1, 2, 0x81, 0x82, 0x21), target (1, 2, 0x81,
+    # 0x82, 8), option, count, length mode, target length, left size, left, right
+    "fuzz_fixed_string": {
+        "plain_equal": bytes([1, 0, 2]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 16, 7)
+        + fixed(b"abc") + fixed(b"ABC"),
+        "plain_wild": bytes([0, 1, 1]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 16, 7)
+        + fixed(b"abc", big=True) + fixed(b"a*c", big=True),
+        "key_left": bytes([1, 2, 4]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 8, 7)
+        + fixed(b"\x54\x5b\x5e", flag=0xC0) + fixed(b"abd*"),
+        "key_cut": bytes([1, 2, 3]) + struct.pack("<H", 0) + bytes([1, 2]) + struct.pack("<HH", 6, 5)
+        + fixed(b"abcdef")[:5] + fixed(b"abcxyz"),
+        "arrays": bytes([0, 0, 0]) + struct.pack("<H", 0x10) + bytes([3, 3]) + struct.pack("<HH", 40, 9)
+        + fixed(b"a", b"b", b"c") + fixed(b"a", b"x", b"c"),
+        "escape": bytes([1, 4, 2]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 12, 7)
+        + fixed(b"a\nb") + fixed(b"a\\nb"),
+        "long_cut": bytes([1, 0, 0]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 300, 260)
+        + fixed(b"q" * 300)[:260] + fixed(b"q" * 300),
     },
 }
 

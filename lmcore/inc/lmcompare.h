@@ -23,6 +23,8 @@ LM_CMP_DECL(FloatCompare);     // o_float, d_Interval
 LM_CMP_DECL(DoubleCompare);    // o_double
 LM_CMP_DECL(StringCompare);        // LmString, current and order forms
 LM_CMP_DECL(StringCompareLegacy);  // LmString at factory levels below 4
+LM_CMP_DECL(LmIStringCompare);     // LmIString: its sort code, wildcards and keys
+LM_CMP_DECL(LmCaseIStringCompare);  // LmCaseIString: the same, case folded
 
 #undef LM_CMP_DECL
 

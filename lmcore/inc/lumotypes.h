@@ -6,6 +6,7 @@
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdefs.h"
+#include "lmistring.h"
 #include "lmmbs.h"
 #include "lmstring.h"
 #include "lmstrtype.h"

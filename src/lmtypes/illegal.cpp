@@ -35,8 +35,6 @@ constinit LmTypeDesc LmDesc_LmClassId = IllegalRow("LmClassId", "LmCLID_T", 4, 1
 constinit LmTypeDesc LmDesc_LmRef = IllegalRow("LmRef", "LmREF_T", 16, 1, "(%D:%H-%L#%B, %C)");
 constinit LmTypeDesc LmDesc_LmBlob = IllegalRow("LmBlob", "LmBLOB_T", 8, 0, "[BLOB,len=%L]");
 constinit LmTypeDesc LmDesc_LmDateTime = IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
-constinit LmTypeDesc LmDesc_LmIString = IllegalRow("LmIString", "LmISTRING_T", 16, 0, "%s");
-constinit LmTypeDesc LmDesc_LmCaseIString = IllegalRow("LmCaseIString", "LmCASEISTRING_T", 16, 0, "%s");
 constinit LmTypeDesc LmDesc_d_Date = IllegalRow("d_Date", "D_DATE_T", 4, 1, "%a %b %e");
 constinit LmTypeDesc LmDesc_d_Time = IllegalRow("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p");
 constinit LmTypeDesc LmDesc_d_Timestamp = IllegalRow("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p");
