@@ -23,8 +23,10 @@ LM_CMP_DECL(FloatCompare);     // o_float, d_Interval
 LM_CMP_DECL(DoubleCompare);    // o_double
 LM_CMP_DECL(StringCompare);        // LmString, current and order forms
 LM_CMP_DECL(StringCompareLegacy);  // LmString at factory levels below 4
-LM_CMP_DECL(LmIStringCompare);     // LmIString: its sort code, wildcards and keys
-LM_CMP_DECL(LmCaseIStringCompare);  // LmCaseIString: the same, case folded
+
+// The fixed-form strings: their sort codes, wildcards, keys in sort form.
+LM_CMP_DECL(LmIStringCompare);      // LmIString
+LM_CMP_DECL(LmCaseIStringCompare);  // LmCaseIString, lower case folded onto upper case
 
 #undef LM_CMP_DECL
 
