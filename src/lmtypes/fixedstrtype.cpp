@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "fixedsort.h"
+#include "lmbounds.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmistring.h"
@@ -565,6 +566,6 @@ int LmCaseIStringCompare(unsigned char format, unsigned length1, void* value1, u
 }
 
 constinit LmTypeDesc LmDesc_LmIString =
-    FixedRow<LmIString>("LmIString", "LmISTRING_T", LmIStringCompare, IllegalEvalAndBound);
+    FixedRow<LmIString>("LmIString", "LmISTRING_T", LmIStringCompare, IStringEvalAndBound);
 constinit LmTypeDesc LmDesc_LmCaseIString =
-    FixedRow<LmCaseIString>("LmCaseIString", "LmCASEISTRING_T", LmCaseIStringCompare, IllegalEvalAndBound);
+    FixedRow<LmCaseIString>("LmCaseIString", "LmCASEISTRING_T", LmCaseIStringCompare, CaseIStringEvalAndBound);

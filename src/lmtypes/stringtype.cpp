@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "lmbounds.h"
 #include "lmchar.h"
 #include "lmslots.h"
 #include "lmstring.h"
@@ -827,6 +828,7 @@ constexpr LmTypeDesc StringRow() {
     row.Translate = StringTranslate;
     row.Cmp = StringCompare;
     row.Hash = StringHash;
+    row.EvalAndBound = StringEvalAndBoundCurrent;
     row.IsNullValue = StringIsNullValue;
     row.SetNullValue = StringSetNullValue;
     row.GetValue = StringNextKey;
@@ -843,6 +845,7 @@ constexpr LmTypeDesc StringLegacyRow() {
     row.Translate = StringTranslateLegacy;
     row.Cmp = StringCompareLegacy;
     row.Hash = StringHashLegacy;
+    row.EvalAndBound = StringEvalAndBoundLegacy;
     return row;
 }
 

@@ -66,6 +66,16 @@ inline float Share(double r, double width) { return static_cast<float>(r / width
 
 }  // namespace lmbound
 
+class LmStringIterator;
+// An iterator in order mode walks collation order words; a plain one (code set 0)
+// walks bytes.
+bool OrderMode(const LmStringIterator& it);
+// The string line: the place of the text behind the iterator, at most `limit`
+// characters read (0xFFFF: all). In order mode the first three significant order
+// words, letters by their base, the family in front; a plain text by its first four
+// characters in base 128, each capped at 127.
+double StringKeyPosition(LmStringIterator it, unsigned limit);
+
 // ---- The evaluators, in the shape of the EvalAndBound slot. ----
 #define LM_BOUND_DECL(name)                                                                               \
     float name(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count, \
@@ -84,5 +94,15 @@ LM_BOUND_DECL(O_8BEvalAndBound);      // o_8b
 LM_BOUND_DECL(O_U8BEvalAndBound);     // o_u8b
 LM_BOUND_DECL(DoubleEvalAndBound);    // o_double
 LM_BOUND_DECL(FloatEvalAndBound);     // o_float, d_Interval
+
+// Strings (stringbound.cpp): one routine for the current and the old form.
+float StringEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                         LmIdxBounds* out, int oldForm);
+LM_BOUND_DECL(StringEvalAndBoundCurrent);  // LmString, factory levels 4 and up
+LM_BOUND_DECL(StringEvalAndBoundLegacy);   // LmString, the old form of levels below 4
+
+// Fixed-form strings (fixedbound.cpp).
+LM_BOUND_DECL(IStringEvalAndBound);      // LmIString
+LM_BOUND_DECL(CaseIStringEvalAndBound);  // LmCaseIString
 
 #endif
