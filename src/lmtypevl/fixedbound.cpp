@@ -50,7 +50,9 @@ void* BuildKey(const std::string& sortBytes, bool upper, bool wildcard, bool fol
         if (upper) text.back() = '\xFF';
     }
     const size_t alloc = folded && capacity > size ? capacity : size;
-    auto* key = static_cast<unsigned char*>(std::calloc(alloc, 1));
+    // malloc and a fill: the allocator's small-block cache serves malloc, not calloc.
+    auto* key = static_cast<unsigned char*>(std::malloc(alloc));
+    if (key != nullptr) std::memset(key, 0, alloc);
     if (key == nullptr) {
         LmCallMemoryHandler(alloc);
         return nullptr;

@@ -66,16 +66,6 @@ inline float Share(double r, double width) { return static_cast<float>(r / width
 
 }  // namespace lmbound
 
-class LmStringIterator;
-// An iterator in order mode walks collation order words; a plain one (code set 0)
-// walks bytes.
-bool OrderMode(const LmStringIterator& it);
-// The string line: the place of the text behind the iterator, at most `limit`
-// characters read (0xFFFF: all). In order mode the first three significant order
-// words, letters by their base, the family in front; a plain text by its first four
-// characters in base 128, each capped at 127.
-double StringKeyPosition(LmStringIterator it, unsigned limit);
-
 // ---- The evaluators, in the shape of the EvalAndBound slot. ----
 #define LM_BOUND_DECL(name)                                                                               \
     float name(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count, \

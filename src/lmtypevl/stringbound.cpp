@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 #include "lmbounds.h"
@@ -27,11 +28,18 @@ constexpr unsigned short kSkip = LM_CMP_SKIP_SPACES | LM_CMP_SKIP_SYMBOLS;
 constexpr unsigned short kNoLowerWhenSkipping = 0x1000;
 constexpr unsigned kKeyLimit = 254;  // the longest key an index holds
 
-// A text of the disk form with its labels, copied and closed by zero bytes.
-struct Text {
+// A text of the disk form with its labels. Order words (current form, code set 254)
+// are read in place, as far as the record's length and the bytes given allow; any
+// other text is copied and closed by zero bytes (on the stack up to the length of
+// any key), as LmStringIterator and LmStrCmp need a terminated text.
+class Text {
+public:
     unsigned char codeSet = LM_CODESET_NATIVE;
     unsigned char language = 0;
-    std::vector<unsigned char> bytes = std::vector<unsigned char>(4, 0);
+
+    Text() = default;
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
 
     // The record at `key`: a length word, then (in the current form) code set and
     // language, then the text. At most `available` bytes of the record are read.
@@ -45,49 +53,111 @@ struct Text {
         }
         // The old form's text is closed by its own zero, the current form's by 00 FF.
         const unsigned textBytes = oldForm ? (length > 0 ? length - 1 : 0) : (length > 4 ? length - 4 : 0);
-        const unsigned n = std::min(textBytes, available - header);
-        bytes.assign(key + header, key + header + n);
-        bytes.insert(bytes.end(), 4, 0);  // a zero unit of either width, also behind an odd byte
+        size = std::min(textBytes, available - header);
+        bytes = key + header;
+        closed = codeSet != LM_CODESET_ORDER ? Close() : nullptr;
     }
-    const char* Chars() const { return reinterpret_cast<const char*>(bytes.data()); }
-    LmStringIterator Iterator(unsigned char format) const {
-        return LmStringIterator(Chars(), codeSet, language, format);
+    // The words of an order text in place (`Size` bytes), or the closed copy.
+    const unsigned char* Bytes() const { return bytes; }
+    unsigned Size() const { return size; }
+    bool Empty() const { return size == 0 || bytes[0] == 0; }
+    // The text closed by zero bytes, copied at the first need.
+    const char* Chars() {
+        if (closed == nullptr) closed = Close();
+        return reinterpret_cast<const char*>(closed);
     }
+
+private:
+    const unsigned char* Close() {
+        static constexpr unsigned kClosing = 3;  // a zero unit of either width, also behind an odd byte
+        unsigned char* to = local;
+        if (size + kClosing > sizeof local) {
+            heap.resize(size + kClosing);
+            to = heap.data();
+        }
+        std::memcpy(to, bytes, size);
+        std::memset(to + size, 0, kClosing);
+        bytes = to;
+        return to;
+    }
+
+    static constexpr unsigned char kEmpty[4] = {0, 0, 0, 0};
+    unsigned char local[260];  // written before it is read
+    std::vector<unsigned char> heap;
+    const unsigned char* bytes = kEmpty;
+    unsigned size = 0;
+    const unsigned char* closed = kEmpty;
 };
 
-}  // namespace
+// The walks over a text for the common prefix and the string line. An order-form
+// text (code set 254) holds its order words already, low byte first in every byte
+// order, as LmStringIterator reads them: WordWalk reads them in place and stays at
+// the end. IterWalk takes any text through an LmStringIterator. Both give order
+// words in order mode, and characters in a plain walk (code set 0).
+class WordWalk {
+public:
+    WordWalk(Text& t, unsigned char)
+        : words(t.Bytes()),
+          end(t.Bytes() + t.Size() / 2 * 2),
+          language(t.language == LM_LANGUAGE_DEFAULT ? LmString::GetDefaultLanguage() : t.language) {}
+    static bool OrderMode() { return true; }
+    unsigned char Language() const { return language; }
+    bool AtEnd() const { return words == end || Word() == 0; }
+    uint16_t NextOrder() {
+        if (AtEnd()) return 0;
+        const uint16_t w = Word();
+        words += 2;
+        return w;
+    }
+    static uint16_t NextChar() { return 0; }
 
-// An order-mode iterator walks collation orders; a plain one (code set 0) bytes.
-bool OrderMode(const LmStringIterator& it) { return it.GetCodeSet() != LM_CODESET_NATIVE; }
+private:
+    uint16_t Word() const { return static_cast<uint16_t>(words[0] | words[1] << 8); }
 
-namespace {
+    const unsigned char* words;
+    const unsigned char* end;
+    unsigned char language;
+};
+
+class IterWalk {
+public:
+    IterWalk(Text& t, unsigned char format) : it(t.Chars(), t.codeSet, t.language, format) {}
+    bool OrderMode() const { return it.GetCodeSet() != LM_CODESET_NATIVE; }
+    unsigned char Language() const { return it.GetLanguage(); }
+    bool AtEnd() const { return it.IsEOS() != 0; }
+    uint16_t NextOrder() { return it.GetNextOrder(1); }
+    uint16_t NextChar() {
+        if (it.IsEOS() != 0) return 0;
+        const uint16_t c = (*it).GetValue();
+        if (c != 0) ++it;
+        return c;
+    }
+
+private:
+    LmStringIterator it;
+};
 
 // One element of the common-prefix walk. Case and accent bits of letters are taken
 // out under the options that ignore them.
-uint16_t NextElement(LmStringIterator& it, uint16_t mask) {
-    if (OrderMode(it)) {
-        if (it.IsEOS() != 0) return 0;
-        const uint16_t o = it.GetNextOrder(1);
-        return (o & 0xC000) == 0x4000 ? static_cast<uint16_t>(o & ~mask) : o;
-    }
-    if (it.IsEOS() != 0) return 0;
-    const uint16_t c = (*it).GetValue();
-    if (c != 0) ++it;
-    return c;
+template <class Walk>
+uint16_t NextElement(Walk& w, uint16_t mask) {
+    if (!w.OrderMode()) return w.NextChar();
+    if (w.AtEnd()) return 0;
+    const uint16_t o = w.NextOrder();
+    return (o & 0xC000) == 0x4000 ? static_cast<uint16_t>(o & ~mask) : o;
 }
 
-}  // namespace
-
-// The string line. In order mode: the first three significant order words behind
-// the iterator (spaces and symbols are passed over, a letter counts by its base),
-// at most `limit` characters read; the family goes in front. A plain text: four
-// characters, each capped at 127, in base 128.
-double StringKeyPosition(LmStringIterator it, unsigned limit) {
-    if (OrderMode(it)) {
+// The string line. In order mode: the first three significant order words of the
+// walk (spaces and symbols are passed over, a letter counts by its base), at most
+// `limit` characters read; the family goes in front. A plain text: four characters,
+// each capped at 127, in base 128.
+template <class Walk>
+double StringKeyPosition(Walk& w, unsigned limit) {
+    if (w.OrderMode()) {
         uint32_t words[3] = {0, 0, 0};
-        const unsigned char language = it.GetLanguage();
-        for (unsigned kept = 0, read = 0; kept < 3 && read < limit && it.IsEOS() == 0; ++read) {
-            uint16_t o = it.GetNextOrder(1);
+        const unsigned char language = w.Language();
+        for (unsigned kept = 0, read = 0; kept < 3 && read < limit && !w.AtEnd(); ++read) {
+            uint16_t o = w.NextOrder();
             if (o == 0) break;
             if (o < LM_ORDER_FIRST_DIGIT) continue;
             if ((o & 0xC000) == 0x4000 && language != LM_FAMILY_HAN) o &= 0x407F;
@@ -97,23 +167,87 @@ double StringKeyPosition(LmStringIterator it, unsigned limit) {
                static_cast<double>(words[1] << 16 | words[2]);
     }
     uint32_t c[4] = {0, 0, 0, 0};
-    for (unsigned i = 0; i < std::min(limit, 4u) && it.IsEOS() == 0; ++i) {
-        const uint16_t ch = (*it).GetValue();
+    for (unsigned i = 0; i < std::min(limit, 4u); ++i) {
+        const uint16_t ch = w.NextChar();
         if (ch == 0) break;
         c[i] = ch > 127 ? 127 : ch;
-        ++it;
     }
     return static_cast<double>(((c[0] * 128 + c[1]) * 128 + c[2]) * 128 + c[3]);
 }
 
-namespace {
+// The four texts of the walk: low text, high text, range.lower, range.upper; their
+// character limits; and the places on the line found behind their common prefix.
+struct Places {
+    Text* text[4];
+    unsigned chars[4];
+    double pos[4] = {0, 0, 0, 0};
+
+    // `count` is the smallest limit (0xFFFF takes part only when all are); 0 skips
+    // the walk and leaves all four places at 0. The walk stops at the first element
+    // that tells the four apart, or at a change of language in the first round.
+    template <class Walk>
+    void Find(unsigned char format, uint16_t mask) {
+        unsigned count = kNone;
+        for (const unsigned limit : chars)
+            if (limit != kNone) count = count == kNone ? limit : std::min(count, limit);
+        if (count == 0) return;
+        Walk it[4] = {Walk(*text[0], format), Walk(*text[1], format), Walk(*text[2], format), Walk(*text[3], format)};
+        Walk saved[4] = {it[0], it[1], it[2], it[3]};
+        unsigned consumed = 0;
+        for (bool first = true;; first = false) {
+            if (!first) std::copy(it, it + 4, saved);
+            uint16_t e[4];
+            for (int k = 0; k < 4; ++k) e[k] = NextElement(it[k], mask);
+            if (first && !(it[0].Language() == it[1].Language() && it[0].Language() == it[2].Language() &&
+                           it[0].Language() == it[3].Language()))
+                break;
+            if (e[0] != e[1] || e[0] != e[2] || e[0] != e[3]) break;
+            ++consumed;
+            if (count != kNone) --count;
+            if (e[0] == 0 || count == 0) {  // the prefix ran out
+                std::copy(it, it + 4, saved);
+                break;
+            }
+        }
+        // 13. Each text's place behind the prefix: the range keys within their own
+        // limits, the value's texts within the smaller of theirs and the range's.
+        const unsigned limits[4] = {std::min(chars[0], chars[2]), std::min(chars[1], chars[3]), chars[2], chars[3]};
+        for (int k = 0; k < 4; ++k) {
+            const unsigned limit = limits[k];
+            pos[k] = StringKeyPosition(saved[k], limit == kNone ? limit : (limit > consumed ? limit - consumed : 0u));
+        }
+    }
+};
+
+// The first wildcard of the value: its character index, and its byte offset in
+// byteOff; 0xFFFF for none. Order words are matched against the wildcard orders in
+// place, as LmFindWildcard matches them through an iterator.
+uint16_t FindWildcard(Text& v, uint16_t& byteOff, unsigned char format) {
+    if (v.codeSet != LM_CODESET_ORDER)
+        return LmFindWildcard(v.codeSet, v.language, v.Chars(), 0, kNone, &byteOff, format);
+    byteOff = kNone;
+    const uint16_t asterisk = LmWildcardOrderGet(LM_WILDCARD_ASTERISK);
+    const uint16_t question = LmWildcardOrderGet(LM_WILDCARD_QUESTION);
+    const unsigned char* p = v.Bytes();
+    for (unsigned n = 0; 2 * n + 2 <= v.Size() && n < kNone - 1u; ++n) {
+        const auto o = static_cast<uint16_t>(p[2 * n] | p[2 * n + 1] << 8);
+        if (o == 0) break;
+        if (o == asterisk || o == question) {
+            byteOff = static_cast<uint16_t>(2 * n);
+            return static_cast<uint16_t>(n);
+        }
+    }
+    return kNone;
+}
 
 // A zero-filled key buffer of at least `size` bytes and the index's key capacity,
 // rounded up to even; null (with the memory handler told) when there is no memory.
 unsigned char* NewKey(unsigned size, unsigned capacity, unsigned& allocated) {
     allocated = std::max(size, capacity);
     allocated += allocated & 1;
-    auto* key = static_cast<unsigned char*>(std::calloc(allocated, 1));
+    // malloc and a fill: the allocator's small-block cache serves malloc, not calloc.
+    auto* key = static_cast<unsigned char*>(std::malloc(allocated));
+    if (key != nullptr) std::memset(key, 0, allocated);
     if (key == nullptr) LmCallMemoryHandler(allocated);
     return key;
 }
@@ -140,7 +274,20 @@ struct Evaluation {
     LmIdxBounds* out;
     bool oldForm;
 
-    LmTypeTranslateFunc Translate() const { return oldForm ? StringTranslateLegacy : StringTranslate; }
+    // Translates the first `sourceLength` bytes of the value into an order-form key
+    // in a zero-filled buffer of at least `room` bytes. An order-form value is its own
+    // key: Translate's copy path moves the record cut to the room, and what the source
+    // length does not hold reads as zeros, which the buffer holds already.
+    unsigned KeyOf(unsigned char* key, unsigned room, unsigned sourceLength, bool orderValue, unsigned L) const {
+        if (orderValue) {
+            const unsigned written = std::min(L + 2, room);
+            std::memcpy(key, value, std::min(written, sourceLength));
+            return written;
+        }
+        const auto keyFormat = static_cast<unsigned char>((format & 15u) | LM_STRFMT_ORDER);
+        return (oldForm ? StringTranslateLegacy : StringTranslate)(
+            key, keyFormat, room, const_cast<unsigned char*>(value), format, sourceLength, 1);
+    }
 
     float Run();
 };
@@ -149,16 +296,17 @@ float Evaluation::Run() {
     const unsigned char nibble = static_cast<unsigned char>(format & 15u);
     const unsigned t = oldForm ? 1 : 2;
     const unsigned L = Load16(value, format);
-    Text low, high, rangeLow, rangeHigh;
-    low.Read(value, L + 2, format, oldForm);
-    const Text val = low;
+    Text val, rangeLow, rangeHigh, lowerKey, upperKey;
+    val.Read(value, L + 2, format, oldForm);
+    Text* low = &val;
+    Text* high = &val;
     const unsigned w = LmCodeSetWidth(val.codeSet);
 
     // 2, 3. The first wildcard. A key of mixed families is known only up to its cut,
     // so it counts as a prefix.
     uint16_t byteOff = kNone, charWildPos = kNone;
     if ((options & LM_CMP_NO_WILDCARD) == 0) {
-        charWildPos = LmFindWildcard(val.codeSet, val.language, val.Chars(), 0, kNone, &byteOff, nibble);
+        charWildPos = FindWildcard(val, byteOff, nibble);
         if (byteOff == kNone && (val.language & LM_FAMILY_MIX) != 0 && (val.language & 0x7F) != 1 && L >= 4) {
             byteOff = static_cast<uint16_t>(L - 4);
             charWildPos = static_cast<uint16_t>(byteOff / w);
@@ -185,7 +333,6 @@ float Evaluation::Run() {
     }
     const bool letters = (caseMask | accentMask) != 0 && (val.language & 0x7F) < LM_FAMILY_HAN;
     const bool skip = (options & kSkip) != 0;
-    high = val;
 
     // 7 - 9. No bound for a value that starts with a wildcard; a string evaluation
     // without out measures nothing.
@@ -193,9 +340,10 @@ float Evaluation::Run() {
         if (out == nullptr) return 0.0f;
         const bool wild = byteOff != kNone;
         const unsigned n = wild ? byteOff + (oldForm ? 0u : 2u) : L - t;
-        const unsigned char keyFormat = static_cast<unsigned char>(nibble | LM_STRFMT_ORDER);
+        const bool orderValue = !oldForm && val.codeSet == LM_CODESET_ORDER;
         if (out->lower != nullptr) {
-            low.Read(static_cast<const unsigned char*>(out->lower), out->lowerLen, format, oldForm);
+            lowerKey.Read(static_cast<const unsigned char*>(out->lower), out->lowerLen, format, oldForm);
+            low = &lowerKey;
             lowChars = (out->lowerLen >= 4 ? out->lowerLen - 4u : 0u) / w;
         } else if ((op & LM_BOUND_LT) == 0 && ((options & kNoLowerWhenSkipping) == 0 || !skip)) {
             const unsigned s = n + t + 2;
@@ -204,8 +352,7 @@ float Evaluation::Run() {
             unsigned char* key = NewKey(lowerLen, out->keyCapacity, size);
             if (key != nullptr) {
                 const unsigned room = s > kKeyLimit ? lowerLen : lowerLen - t;
-                const unsigned actualLen = std::min(
-                    Translate()(key, keyFormat, room, const_cast<unsigned char*>(value), format, n + 2, 1), size);
+                const unsigned actualLen = std::min(KeyOf(key, room, n + 2, orderValue, L), size);
                 if (letters) ForceLetters(key, actualLen, format, caseMask, accentMask);
                 if (s <= kKeyLimit) PutByte(key, size, actualLen, 0);
                 if (!oldForm) {
@@ -219,7 +366,8 @@ float Evaluation::Run() {
             }
         }
         if (out->upper != nullptr) {
-            high.Read(static_cast<const unsigned char*>(out->upper), out->upperLen, format, oldForm);
+            upperKey.Read(static_cast<const unsigned char*>(out->upper), out->upperLen, format, oldForm);
+            high = &upperKey;
             highChars = (out->upperLen >= 4 ? out->upperLen - 4u : 0u) / w;
         } else if ((op & LM_BOUND_GT) == 0) {
             unsigned s = n + 2 + t + (wild ? w : 0);
@@ -229,9 +377,7 @@ float Evaluation::Run() {
             unsigned size = 0;
             unsigned char* key = NewKey(s, out->keyCapacity, size);
             if (key != nullptr) {
-                unsigned m = std::min(Translate()(key, keyFormat, cut ? s : s - t, const_cast<unsigned char*>(value),
-                                                  format, n + 2 + (wild ? w : 0), 1),
-                                      size);
+                unsigned m = std::min(KeyOf(key, cut ? s : s - t, n + 2 + (wild ? w : 0), orderValue, L), size);
                 if (letters) ForceLetters(key, m, format, accentMask, caseMask);
                 // The high pad: every key that starts with the prefix sorts below. An
                 // empty key first grows by one character, its closing byte moved up.
@@ -257,7 +403,8 @@ float Evaluation::Run() {
                 out->upper = key;
                 out->upperLen = static_cast<uint8_t>(s);
                 // The high text is the key that was built, read by its own labels.
-                high.Read(key, cut ? m : m + t, format, oldForm);
+                upperKey.Read(key, cut ? m : m + t, format, oldForm);
+                high = &upperKey;
                 if (wild) highChars = charWildPos + w;
                 if (cut) highChars = (m >= 4 ? m - 4 : 0) / w;
             }
@@ -266,44 +413,23 @@ float Evaluation::Run() {
         return 0.0f;
     }
 
-    // 12. The prefix that all four share: low text, high text, range keys.
-    LmStringIterator it[4] = {low.Iterator(nibble), high.Iterator(nibble), rangeLow.Iterator(nibble),
-                              rangeHigh.Iterator(nibble)};
-    if (!RangeUsable(range, oldForm ? 2 : 4)) it[2] = it[3] = LmStringIterator();
-    LmStringIterator saved[4];
-    unsigned count = kNone;
-    for (const unsigned limit : {lowChars, highChars, rangeLowChars, rangeHighChars})
-        if (limit != kNone) count = count == kNone ? limit : std::min(count, limit);
-    unsigned consumed = 0;
-    if (count != 0) {
-        const auto mask = static_cast<uint16_t>(caseMask | accentMask);
-        bool ranOut = false;
-        for (bool first = true;; first = false) {
-            std::copy(it, it + 4, saved);
-            uint16_t e[4];
-            for (int k = 0; k < 4; ++k) e[k] = NextElement(it[k], mask);
-            if (first && !(it[0].GetLanguage() == it[1].GetLanguage() && it[0].GetLanguage() == it[2].GetLanguage() &&
-                           it[0].GetLanguage() == it[3].GetLanguage()))
-                break;
-            if (e[0] != e[1] || e[0] != e[2] || e[0] != e[3]) break;
-            ++consumed;
-            if (count != kNone) --count;
-            if (e[0] == 0 || count == 0) {
-                ranOut = true;
-                break;
-            }
-        }
-        if (ranOut) std::copy(it, it + 4, saved);
+    // 12, 13. Places on the line behind the prefix that all four texts share. Order
+    // texts, and the empty native ones of a missing range (whose place is 0 in
+    // either walk), are walked in place.
+    Places places{{low, high, &rangeLow, &rangeHigh}, {lowChars, highChars, rangeLowChars, rangeHighChars}};
+    const auto mask = static_cast<uint16_t>(caseMask | accentMask);
+    if (std::all_of(places.text, places.text + 4, [](const Text* text) {
+            return text->codeSet == LM_CODESET_ORDER ||
+                   (text->codeSet == LM_CODESET_NATIVE && text->language == 0 && text->Empty());
+        })) {
+        places.Find<WordWalk>(nibble, mask);
+    } else {
+        places.Find<IterWalk>(nibble, mask);
     }
+    const double valueLow = places.pos[0], valueHigh = places.pos[1];
+    const double rangeLowPos = places.pos[2], rangeHighPos = places.pos[3];
 
-    // 13, 14. Four places on the line behind the shared prefix.
-    const auto behind = [consumed](unsigned limit) {
-        return limit == kNone ? limit : (limit > consumed ? limit - consumed : 0u);
-    };
-    const double rangeHighPos = StringKeyPosition(saved[3], behind(rangeHighChars));
-    const double rangeLowPos = StringKeyPosition(saved[2], behind(rangeLowChars));
-    const double valueLow = StringKeyPosition(saved[0], behind(std::min(lowChars, rangeLowChars)));
-    const double valueHigh = StringKeyPosition(saved[1], behind(std::min(highChars, rangeHighChars)));
+    // 14.
     const double unit = val.codeSet == LM_CODESET_NATIVE ? 128.0 : 1048576.0;
     const double valueTotalArea = (rangeHighPos - rangeLowPos) + unit;
     double valueRange = BoundOverlap(op, valueLow, valueHigh, rangeLowPos, rangeHighPos, unit);
@@ -311,24 +437,24 @@ float Evaluation::Run() {
     // 15. Keys the numbers cannot tell apart: the texts decide.
     if (valueRange == 0) {
         const auto option = static_cast<unsigned short>(op | options);
-        const auto compare = [&](const Text& a, const Text& b, unsigned chars) {
+        const auto compare = [&](Text& a, Text& b, unsigned chars) {
             return LmStrCmp(a.codeSet, a.language, a.Chars(), b.codeSet, b.language, b.Chars(), option,
                             static_cast<short>(chars), nibble, nullptr);
         };
         const bool lt = (op & LM_BOUND_LT) != 0, gt = (op & LM_BOUND_GT) != 0, eq = (op & LM_BOUND_EQ) != 0;
         const bool a = (lt && rangeLowPos == valueHigh) || (gt && lt && rangeHighPos == valueLow);
-        if (a && compare(high, rangeLow, lowChars) >= 0) valueRange += unit;
+        if (a && compare(*high, rangeLow, lowChars) >= 0) valueRange += unit;
         if (gt && (a || rangeHighPos == valueLow) &&
-            compare(low, rangeHigh,
+            compare(*low, rangeHigh,
                     rangeHighChars < highChars && rangeHighChars != kNone ? rangeHighChars : highChars) <= 0)
             valueRange += unit;
         // A value longer than the key capacity, equal to the cut key.
         if (valueRange == 0 && eq && valueHigh > rangeHighPos && rangeHighChars < highChars &&
-            compare(high, rangeHigh, rangeHighChars) == 0)
+            compare(*high, rangeHigh, rangeHighChars) == 0)
             valueRange += unit;
         // The line caps native characters above 0x7F at 127 and cannot order them.
         if (valueRange == 0 && eq && val.codeSet == LM_CODESET_NATIVE && rangeHigh.codeSet == LM_CODESET_NATIVE &&
-            high.bytes[0] > 0x7F && rangeHigh.bytes[0] > 0x7F)
+            !high->Empty() && high->Bytes()[0] > 0x7F && !rangeHigh.Empty() && rangeHigh.Bytes()[0] > 0x7F)
             valueRange += unit;
     }
 
