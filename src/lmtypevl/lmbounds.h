@@ -91,6 +91,20 @@ float StringEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, un
 LM_BOUND_DECL(StringEvalAndBoundCurrent);  // LmString, factory levels 4 and up
 LM_BOUND_DECL(StringEvalAndBoundLegacy);   // LmString, the old form of levels below 4
 
+// Date and time values (datebound.cpp). LmDate's stands beside its class.
+LM_BOUND_DECL(TimeEvalAndBound);          // LmTime
+LM_BOUND_DECL(DateTimeEvalAndBound);      // LmDateTime
+LM_BOUND_DECL(DateTimeNanoEvalAndBound);  // LmDateTimeN, LmTimeSpan
+LM_BOUND_DECL(StandardDateEvalAndBound);  // d_Date
+LM_BOUND_DECL(StandardTimeEvalAndBound);  // d_Time
+LM_BOUND_DECL(TimestampEvalAndBound);     // d_Timestamp
+
+// Identity values and the types without a line (identitybound.cpp).
+LM_BOUND_DECL(ObjIdEvalAndBound);    // LmObjId
+LM_BOUND_DECL(RefEvalAndBound);      // LmRef
+LM_BOUND_DECL(NoLineEvalAndBound);   // LmClassId, LmBlob: 1.0, no bound
+LM_BOUND_DECL(BooleanEvalAndBound);  // LmBoolean: a third of a range
+
 // Fixed-form strings (fixedbound.cpp).
 LM_BOUND_DECL(IStringEvalAndBound);      // LmIString
 LM_BOUND_DECL(CaseIStringEvalAndBound);  // LmCaseIString
