@@ -144,6 +144,12 @@ TEST(StringBounds, CaseAndAccentForcedInBuiltKeys) {
         EXPECT_GE(mgr.Cmp(LmSTRING_T, k.data(), out.lower, LM_CMP_NO_WILDCARD, 1, kKey), 0) << variant;
         EXPECT_LE(mgr.Cmp(LmSTRING_T, k.data(), out.upper, LM_CMP_NO_WILDCARD, 1, kKey), 0) << variant;
     }
+    // A key of the Han family has no letters to force: its words stay.
+    const Bytes han = {8, 0, 0xFE, LM_FAMILY_HAN, 0x23, 0x41, 0x9F, 0x00, 0, 0xFF};
+    op = EQ | LM_CMP_IGNORE_CASE;
+    Bounds kept;
+    Eval(LmSTRING_T, han, nullptr, nullptr, op, &kept);
+    EXPECT_EQ(kept.Lower(), (Bytes{6, 0, 0xFE, LM_FAMILY_HAN, 0x23, 0x41, 0, 0xFF}));
 }
 
 TEST(StringBounds, KeysTheLineCannotTellApart) {
