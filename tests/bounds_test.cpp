@@ -58,6 +58,12 @@ float Eval(char id, Bytes value, Bytes lower, Bytes upper, unsigned short op, Bo
     return share;
 }
 
+// A value and a range of three values of one type, stored in one format.
+template <typename T>
+float On(char id, T value, T lower, T upper, unsigned short op, unsigned char format = LmFormatLittle) {
+    return Eval(id, Disk(id, value, format), Disk(id, lower, format), Disk(id, upper, format), op, nullptr, format);
+}
+
 TEST(ScalarBounds, WorkedExamplesOfLong) {
     struct Case {
         int32_t value;
@@ -69,75 +75,55 @@ TEST(ScalarBounds, WorkedExamplesOfLong) {
         {15, LT | GT, 0.9f}, {25, GT, 0.0f}, {25, LT, 1.0f},      {25, EQ, 0.0f}, {5, GT, 1.0f},
         {5, LT, 0.0f},       {10, EQ, 0.1f}, {19, GT | EQ, 0.1f}, {15, 7, 1.0f},
     };
-    for (const unsigned char format : {LmFormatLittle, LmFormatBig}) {
-        for (const Case& c : cases) {
-            EXPECT_FLOAT_EQ(Eval(Lm4B_T, Disk(Lm4B_T, c.value, format), Disk(Lm4B_T, 10, format),
-                                 Disk(Lm4B_T, 19, format), c.op, nullptr, format),
-                            c.share)
-                << c.value << " op " << c.op << " format " << int(format);
-        }
-    }
+    for (const unsigned char format : {LmFormatLittle, LmFormatBig})
+        for (const Case& c : cases)
+            EXPECT_FLOAT_EQ(On<int32_t>(Lm4B_T, c.value, 10, 19, c.op, format), c.share) << c.value << " " << c.op;
     // Without statistics the share is 0; a range whose keys are cut short or missing
     // is not used; an inverted range gives 0, not a NaN.
     EXPECT_EQ(Eval(Lm4B_T, Disk(Lm4B_T, 15), {}, {}, LT), 0.0f);
     EXPECT_EQ(Eval(Lm4B_T, Disk(Lm4B_T, 15), {1, 0, 0}, Disk(Lm4B_T, 19), LT), 0.0f);
-    EXPECT_EQ(Eval(Lm4B_T, Disk(Lm4B_T, 15), Disk(Lm4B_T, 19), Disk(Lm4B_T, 10), 7), 0.0f);
+    EXPECT_EQ(On<int32_t>(Lm4B_T, 15, 19, 10, 7), 0.0f);
 }
 
-TEST(ScalarBounds, LinesOfTheSmallAndWideTypes) {
-    // Every type reads its own width and sign; the int-width rows and the double ones agree.
-    EXPECT_FLOAT_EQ(Eval(Lm1B_T, {0}, {0x80}, {0x7F}, LT), 0.5f);   // -128 .. 127
-    EXPECT_FLOAT_EQ(Eval(LmU1B_T, {0x80}, {0}, {0xFF}, LT), 0.5f);  // 0 .. 255
-    EXPECT_FLOAT_EQ(Eval(Lm2B_T, {0, 0}, {0, 0x80}, {0xFF, 0x7F}, GT), 32767.0f / 65536);
-    EXPECT_FLOAT_EQ(Eval(LmU2B_T, {0, 0x80}, {0, 0}, {0xFF, 0xFF}, GT), 32767.0f / 65536);
-    EXPECT_FLOAT_EQ(Eval(Lm2B_T, {0x00, 0x01}, {0x00, 0x00}, {0x00, 0x09}, LT, nullptr, LmFormatBig), 0.1f);
-    EXPECT_FLOAT_EQ(Eval(LmU4B_T, Disk(LmU4B_T, 3000000000u), Disk(LmU4B_T, 0u), Disk(LmU4B_T, 3999999999u), LT),
-                    0.75f);
-    EXPECT_FLOAT_EQ(Eval(LmBLOCKID_T, Disk(LmBLOCKID_T, 7u), Disk(LmBLOCKID_T, 0u), Disk(LmBLOCKID_T, 9u), EQ), 0.1f);
-    EXPECT_FLOAT_EQ(Eval(LmINT_T, Disk(LmINT_T, -5, 2), Disk(LmINT_T, -10, 2), Disk(LmINT_T, 9, 2), LT, nullptr, 2),
-                    0.25f);
-    EXPECT_FLOAT_EQ(Eval(LmENUM_T, Disk(LmENUM_T, 2), Disk(LmENUM_T, 0), Disk(LmENUM_T, 3), EQ), 0.25f);
-    EXPECT_FLOAT_EQ(Eval(LmUNSIGNED_T, Disk(LmUNSIGNED_T, 4294967295u), Disk(LmUNSIGNED_T, 0u),
-                         Disk(LmUNSIGNED_T, 4294967295u), EQ),
-                    static_cast<float>(1.0 / 4294967296.0));
-    EXPECT_FLOAT_EQ(
-        Eval(Lm8B_T, Disk(Lm8B_T, int64_t{-1} << 40), Disk(Lm8B_T, int64_t{-1} << 41), Disk(Lm8B_T, 0LL), GT), 0.5f);
-}
-
-TEST(ScalarBounds, SixtyFourBitKeysInRangeRule) {
+// Every type reads its own width, sign and byte order.
+TEST(ScalarBounds, LinesOfEveryType) {
+    EXPECT_FLOAT_EQ(On<int8_t>(Lm1B_T, 0, -128, 127, LT), 0.5f);
+    EXPECT_FLOAT_EQ(On<uint8_t>(LmU1B_T, 128, 0, 255, LT), 0.5f);
+    EXPECT_FLOAT_EQ(On<int16_t>(Lm2B_T, 0, -32768, 32767, GT), 32767.0f / 65536);
+    EXPECT_FLOAT_EQ(On<uint16_t>(LmU2B_T, 32768, 0, 65535, GT, LmFormatBig), 32767.0f / 65536);
+    EXPECT_FLOAT_EQ(On<uint32_t>(LmU4B_T, 3000000000u, 0, 3999999999u, LT, LmFormatBig), 0.75f);
+    EXPECT_FLOAT_EQ(On<uint32_t>(LmBLOCKID_T, 7, 0, 9, EQ), 0.1f);
+    EXPECT_FLOAT_EQ(On<int32_t>(LmINT_T, -5, -10, 9, LT, LmFormatBig), 0.25f);
+    EXPECT_FLOAT_EQ(On<int32_t>(LmENUM_T, 2, 0, 3, EQ), 0.25f);
+    EXPECT_FLOAT_EQ(On<uint32_t>(LmUNSIGNED_T, 4294967295u, 0, 4294967295u, EQ), float(1.0 / 4294967296.0));
+    EXPECT_FLOAT_EQ(On<int64_t>(Lm8B_T, int64_t{-1} << 40, int64_t{-1} << 41, 0, GT, LmFormatBig), 0.5f);
+    // 64-bit keys close together collapse to one double: the integers tell.
     const uint64_t top = uint64_t{1} << 63;
-    const Bytes lo = Disk(LmU8B_T, top), mid = Disk(LmU8B_T, top + 1), hi = Disk(LmU8B_T, top + 2);
-    EXPECT_FLOAT_EQ(Eval(LmU8B_T, mid, lo, hi, EQ), 1.0f);
-    EXPECT_FLOAT_EQ(Eval(LmU8B_T, mid, lo, hi, LT), 1.0f);  // the doubles collapse; the integers tell
-    EXPECT_FLOAT_EQ(Eval(LmU8B_T, mid, lo, hi, GT), 1.0f);
-    EXPECT_FLOAT_EQ(Eval(LmU8B_T, Disk(LmU8B_T, top + 4096), lo, hi, EQ), 0.0f);  // a double of its own
-    EXPECT_FLOAT_EQ(
-        Eval(LmU8B_T, Disk(LmU8B_T, ~uint64_t{0}), Disk(LmU8B_T, uint64_t{0}), Disk(LmU8B_T, ~uint64_t{0}), LT),
-        1.0f);  // the whole unsigned range is on the line
+    EXPECT_FLOAT_EQ(On<uint64_t>(LmU8B_T, top + 1, top, top + 2, EQ), 1.0f);
+    EXPECT_FLOAT_EQ(On<uint64_t>(LmU8B_T, top + 1, top, top + 2, LT), 1.0f);
+    EXPECT_FLOAT_EQ(On<uint64_t>(LmU8B_T, top + 1, top, top + 2, GT), 1.0f);
+    EXPECT_FLOAT_EQ(On<uint64_t>(LmU8B_T, top + 4096, top, top + 2, EQ), 0.0f);       // a double of its own
+    EXPECT_FLOAT_EQ(On<uint64_t>(LmU8B_T, ~uint64_t{0}, 0, ~uint64_t{0}, LT), 1.0f);  // all of it on the line
     const int64_t big = int64_t{1} << 60;
-    EXPECT_FLOAT_EQ(Eval(Lm8B_T, Disk(Lm8B_T, big + 1), Disk(Lm8B_T, big), Disk(Lm8B_T, big + 2), LT), 1.0f);
-    EXPECT_FLOAT_EQ(Eval(Lm8B_T, Disk(Lm8B_T, big - 1000), Disk(Lm8B_T, big), Disk(Lm8B_T, big + 2), EQ), 0.0f);
-    EXPECT_FLOAT_EQ(Eval(Lm8B_T, Disk(Lm8B_T, -big), Disk(Lm8B_T, -big - 2), Disk(Lm8B_T, -big + 2), GT), 1.0f);
+    EXPECT_FLOAT_EQ(On<int64_t>(Lm8B_T, big + 1, big, big + 2, LT), 1.0f);
+    EXPECT_FLOAT_EQ(On<int64_t>(Lm8B_T, big - 1000, big, big + 2, EQ), 0.0f);
+    EXPECT_FLOAT_EQ(On<int64_t>(Lm8B_T, -big, -big - 2, -big + 2, GT), 1.0f);
 }
 
 TEST(ScalarBounds, FloatingRule) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     constexpr float kFloor = 1.1920928955078125e-07f;
-    EXPECT_EQ(Eval(LmDOUBLE_T, Disk(LmDOUBLE_T, 1.0), Disk(LmDOUBLE_T, 0.0), Disk(LmDOUBLE_T, 1e300), EQ), kFloor);
-    EXPECT_FLOAT_EQ(Eval(LmDOUBLE_T, Disk(LmDOUBLE_T, 5.0), Disk(LmDOUBLE_T, 0.0), Disk(LmDOUBLE_T, 9.0), LT), 0.5f);
-    EXPECT_EQ(Eval(LmDOUBLE_T, Disk(LmDOUBLE_T, 20.0), Disk(LmDOUBLE_T, 0.0), Disk(LmDOUBLE_T, 9.0), EQ), 0.0f);
+    EXPECT_EQ(On<double>(LmDOUBLE_T, 1.0, 0.0, 1e300, EQ), kFloor);
+    EXPECT_FLOAT_EQ(On<double>(LmDOUBLE_T, 5.0, 0.0, 9.0, LT), 0.5f);
+    EXPECT_EQ(On<double>(LmDOUBLE_T, 20.0, 0.0, 9.0, EQ), 0.0f);
     // A NaN in the range makes r DBL_MAX, and the width too: the share is 1.
-    EXPECT_EQ(Eval(LmDOUBLE_T, Disk(LmDOUBLE_T, 1.0), Disk(LmDOUBLE_T, nan), Disk(LmDOUBLE_T, 9.0), EQ), 1.0f);
-    EXPECT_EQ(Eval(LmDOUBLE_T, Disk(LmDOUBLE_T, 1.0), Disk(LmDOUBLE_T, -DBL_MAX), Disk(LmDOUBLE_T, DBL_MAX), 7), 1.0f);
-    EXPECT_FLOAT_EQ(Eval(LmFLOAT_T, Disk(LmFLOAT_T, 2.0f), Disk(LmFLOAT_T, 0.0f), Disk(LmFLOAT_T, 3.0f), GT), 0.25f);
-    EXPECT_EQ(Eval(LmFLOAT_T, Disk(LmFLOAT_T, 1.0f), Disk(LmFLOAT_T, 0.0f), Disk(LmFLOAT_T, 1e30f), EQ), kFloor);
+    EXPECT_EQ(On<double>(LmDOUBLE_T, 1.0, nan, 9.0, EQ), 1.0f);
+    EXPECT_EQ(On<double>(LmDOUBLE_T, 1.0, -DBL_MAX, DBL_MAX, 7), 1.0f);
+    EXPECT_FLOAT_EQ(On<double>(LmDOUBLE_T, 0.25, 0.0, 0.5, GT | EQ, LmFormatBig), 1.25f / 1.5f);
+    EXPECT_FLOAT_EQ(On<float>(LmFLOAT_T, 2.0f, 0.0f, 3.0f, GT), 0.25f);
+    EXPECT_EQ(On<float>(LmFLOAT_T, 1.0f, 0.0f, 1e30f, EQ), kFloor);
     // A float has no guards: a NaN width falls to the floor rather than giving a NaN.
-    EXPECT_EQ(Eval(LmFLOAT_T, Disk(LmFLOAT_T, 1.0f), Disk(LmFLOAT_T, std::numeric_limits<float>::quiet_NaN()),
-                   Disk(LmFLOAT_T, 1.0f), EQ),
-              kFloor);
-    EXPECT_FLOAT_EQ(Eval(LmDOUBLE_T, Disk(LmDOUBLE_T, 0.25, 2), Disk(LmDOUBLE_T, 0.0, 2), Disk(LmDOUBLE_T, 0.5, 2),
-                         GT | EQ, nullptr, 2),
-                    1.25f / 1.5f);  // 0.25 above, one key equal, of a width of 1.5
+    EXPECT_EQ(On<float>(LmFLOAT_T, 1.0f, std::numeric_limits<float>::quiet_NaN(), 1.0f, EQ), kFloor);
 }
 
 TEST(ScalarBounds, BoundsFromTheValue) {
