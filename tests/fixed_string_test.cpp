@@ -138,6 +138,7 @@ TEST(FixedStringOrder, SortCompareCodes) {
     // The exceptions of 128..159 and the range rules.
     EXPECT_EQ(LmIStringSortCompare("\x9C", "oe", 0, 0, 0), 0);      // 156: o (0x8A) and 'd' (0x64, e)
     EXPECT_EQ(LmCaseIStringSortCompare("\x9C", "OE", 0, 0, 0), 0);  // 144 'i': O and E
+    EXPECT_EQ(LmIStringSortCompare("\x8C", "OE", 0, 0, 0), 0);      // 140 in both types
     EXPECT_EQ(LmCaseIStringSortCompare("\x80", "\xE0", 0, LM_FIXED_SORT_FORM, LM_FIXED_SORT_FORM), -0x60);
     EXPECT_EQ(LmCaseIStringSortCompare("\xA0", "\xB0", 0, 0, LM_FIXED_SORT_FORM), 0);
 }
@@ -228,6 +229,10 @@ TEST(FixedStringDisk, SortFormKeys) {
     EXPECT_EQ(Key(LmCaseIString("M\xFCller"), 6), (Bytes{0xC0, 0x03, 0x00, 0x85, 0xA5, 0x00}));
     EXPECT_EQ(Key(LmCaseIString("a\xDF"), 6), (Bytes{0xC0, 0x02, 0x00, 0x54, 0x00}));
     EXPECT_EQ(Key(LmCaseIString("ab"), 3), Bytes{});
+    LmCaseIString two[2] = {LmCaseIString("ab"), LmCaseIString("cd")};  // the first fills the key
+    Bytes array(6, 0xEE);
+    EXPECT_EQ(mgr.Translate(LmCASEISTRING_T, array.data(), 0x81, 6, two, LmFormatMemory, 0, 2), 6u);
+    EXPECT_EQ(array, (Bytes{0xC0, 0x03, 0x00, 0x54, 0x5B, 0x00}));
 
     // From a stored image: the flag keeps its bits and gains 0xC0; a key is copied.
     Bytes special = Stored(LmCASEISTRING_T, {"ab"}, 0x21);

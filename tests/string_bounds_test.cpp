@@ -115,6 +115,13 @@ TEST(StringBounds, PatternsAndTheirBounds) {
         EXPECT_EQ(out2.lower, nullptr);
         EXPECT_EQ(Record(out2.Upper()), (Bytes{6, 0, 0xFE, 1, 0xFE, 0xFF, 0, 0xFF}));  // "m" gives way to the pad
     }
+    {  // A native record: the bytes are the key, the pad a byte of 0xFF.
+        unsigned short op = EQ;
+        Bounds out;
+        Eval(LmSTRING_T, {7, 0, 0, 0, 'a', 'b', '*', 0, 0xFF}, nullptr, nullptr, op, &out);
+        EXPECT_EQ(out.Lower(), (Bytes{6, 0, 0, 0, 'a', 'b', 0, 0xFF}));
+        EXPECT_EQ(out.Upper(), (Bytes{7, 0, 0, 0, 'a', 'b', 0xFF, 0, 0xFF}));
+    }
     {  // An empty prefix under a skip option: room for one word, 8 bytes.
         unsigned short op = EQ | LM_CMP_SKIP_SYMBOLS;
         Bounds out;
