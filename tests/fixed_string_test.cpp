@@ -243,18 +243,19 @@ TEST(FixedStringDisk, SortFormKeys) {
     EXPECT_EQ(mgr.Translate(LmCASEISTRING_T, again.data(), 0x81, 16, out.data(), 0x81, 6, 1), 6u);
     EXPECT_EQ(again, out);
 
-    // A key goes back to text through the tables: one representative per code.
-    const Bytes key = Key(LmCaseIString("M\xFCller stra\xDF"
-                                        "e"),
-                          64);
-    LmCaseIString back;
-    mgr.Translate(LmCASEISTRING_T, &back, LmFormatMemory, 0, const_cast<uint8_t*>(key.data()), 1, 0, 1);
-    EXPECT_STREQ(back.StrGet(),
-                 "MULLER STRA\xDF"
-                 "E");
-    EXPECT_EQ(back == LmCaseIString("M\xFCller stra\xDF"
-                                    "e"),
-              1);
+    // A key goes back to text through the tables: one representative per code, a
+    // second letter (of the sharp s, also at the end) first.
+    for (const char* text : {"M\xFCller stra\xDF"
+                             "e",
+                             "Ma\xDF"}) {
+        const Bytes key = Key(LmCaseIString(text), 64);
+        LmCaseIString back;
+        mgr.Translate(LmCASEISTRING_T, &back, LmFormatMemory, 0, const_cast<uint8_t*>(key.data()), 1, 0, 1);
+        EXPECT_STREQ(back.StrGet(), text[1] == 'a' ? "MA\xDF"
+                                                   : "MULLER STRA\xDF"
+                                                     "E");
+        EXPECT_EQ(back == LmCaseIString(text), 1);
+    }
 }
 
 TEST(FixedStringDisk, TranslateOtherForms) {
@@ -314,6 +315,7 @@ TEST(FixedStringCompare, StoredOperands) {
         {LmCASEISTRING_T, keyABC, 0, plain("abd*"), 0, 0x5E - 0x61, LM_ERR_OUT_OF_DATA},
         {LmCASEISTRING_T, keyABC, 0, plain("x*"), 0, 0x54 - 0xAF, LM_ERR_OUT_OF_DATA},
         {LmCASEISTRING_T, keyABC, 0, plain("abc?"), 0, 1, LM_ERR_OUT_OF_DATA},
+        {LmCASEISTRING_T, keyABC, 0, plain("ab?"), 0, 0, LM_ERR_OUT_OF_DATA},
         {LmISTRING_T, keyABC, 0, plain("*"), 0, 0, 0},
         {LmISTRING_T, keyABC, 0, plain("zz*"), 0, 0, LM_ERR_OUT_OF_DATA},
         // Wildcards off: the star is a character.
@@ -351,6 +353,11 @@ TEST(FixedStringCompare, ArraysAndLimits) {
     LmCaseIString n[2] = {LmCaseIString("X"), LmCaseIString("Yes")};
     EXPECT_EQ(mgr.Cmp(LmCASEISTRING_T, n, m, 0, 2, LmFormatMemory), 0);
     EXPECT_NE(mgr.Cmp(LmCASEISTRING_T, n, m, LM_CMP_NO_WILDCARD, 2, LmFormatMemory), 0);
+    // Two keys in memory compare by their bytes; an empty one lies below.
+    LmCaseIString keys[2] = {LmCaseIString(), LmCaseIString("\x54")};
+    keys[0].SetFlag(0xC0);
+    keys[1].SetFlag(0xC0);
+    EXPECT_EQ(mgr.Cmp(LmCASEISTRING_T, &keys[0], &keys[1], 0, 1, LmFormatMemory), -1);
 }
 
 // ---- Text and conversion. ----

@@ -163,14 +163,18 @@ TEST(StringBounds, KeysTheLineCannotTellApart) {
     EXPECT_EQ(Evaluate(LmSTRING_T, Key("Kaffeetante"), &cut, &cut, EQ).share, 1.0f);
     // A plain value (not a key) longer than the cut upper key of the range and equal
     // to it as far as it goes: the numbers put it above, the texts add one unit.
-    LmString text(LM_CODESET_LATIN1, 2);
-    text = "Kaffeetasse";
-    Bytes record(20);
-    record.resize(mgr.Store(LmSTRING_T, record.data(), &text, LmFormatLittle, 1));
     const Bytes aal = Key("Aal");
-    const float above = Evaluate(LmSTRING_T, record, &aal, &cut, EQ | GT).share;
-    EXPECT_GT(above, 0.0f);
-    EXPECT_LT(above, 0.001f);
+    for (const char* value : {"Kaffeetasse", "Kaxfeetasse"}) {
+        LmString text(value);
+        text.SetLanguage(2);  // German: above the keys of family 1 on the line
+        Bytes record(20);
+        record.resize(mgr.Store(LmSTRING_T, record.data(), &text, LmFormatLittle, 1));
+        const float above = Evaluate(LmSTRING_T, record, &aal, &cut, EQ | GT).share;
+        EXPECT_EQ(above > 0.0f, value[2] == 'f') << value;
+        EXPECT_LT(above, 0.001f);
+    }
+    // Equal to both range keys, > adds the unit of the one key the texts cannot place.
+    EXPECT_EQ(Evaluate(LmSTRING_T, k, &k, &k, GT).share, 1.0f);
     // Native keys: characters above 0x7F are all 127 on the line; = adds a unit.
     const Bytes nat = {6, 0, 0, 0, 0xE4, 'x', 0, 0xFF}, val = {6, 0, 0, 0, 0xF6, 'y', 0, 0xFF};
     EXPECT_EQ(Evaluate(LmSTRING_T, val, &nat, &nat, EQ).share, 1.0f);
@@ -186,6 +190,10 @@ TEST(StringBounds, LongValuesAndBadKeys) {
     EXPECT_EQ(cut.upper.size(), 254u);
     EXPECT_EQ(cut.lower[0] | cut.lower[1] << 8, 254);
     EXPECT_EQ(Bytes(cut.lower.begin() + 252, cut.lower.end()), Bytes(cut.lower.begin() + 4, cut.lower.begin() + 6));
+    // A value of exactly 254 key bytes: whole, closed by 00 FF.
+    const Bytes full = Evaluate(LmSTRING_T, Key(std::string(124, 'q')), nullptr, nullptr, EQ).lower;
+    ASSERT_EQ(full.size(), 254u);
+    EXPECT_EQ(full[252] << 8 | full[253], 0x00FF);
     // A prefix of 65531 characters in code set 0: bounds of 254 bytes, no read beyond.
     std::vector<uint8_t> big(2 + 2 + 65531 + 2, 'b');
     big[0] = big[1] = 0xFF;  // L = 65535
@@ -240,6 +248,30 @@ TEST(StringBounds, TailoredLanguages) {
     EXPECT_EQ(big.op, EQ | LM_BOUND_INEXACT);
     EXPECT_EQ(big.lower, (Bytes{0, 6, 0xFE, 1, 0x40, 0x3C, 0, 0xFF}));
     EXPECT_EQ(big.upper, (Bytes{0, 8, 0xFE, 1, 0x40, 0x3C, 0xFF, 0xFE, 0}));
+}
+
+// The string line worked out from a key's words: behind `skip` shared words, the next
+// three letters by their base, the family in front.
+double Line(const Bytes& key, size_t skip) {
+    uint32_t w[3] = {0, 0, 0};
+    for (size_t i = 0; i < 3 && 4 + 2 * (skip + i) + 2 <= key.size() - 2; ++i)
+        w[i] = (key[4 + 2 * (skip + i)] | key[5 + 2 * (skip + i)] << 8) & 0x407F;
+    return (w[0] | (key[3] & 0x7Fu) << 16) * 4294967296.0 + (w[1] << 16 | w[2]);
+}
+
+TEST(StringBounds, ShareOnTheLineBehindTheCommonPrefix) {
+    // "Kakao" between "Kaffee" and "Katze": all three share "Ka"; the line measures the
+    // rest. Below: (value - lower) / (upper - lower + one unit of 2^20).
+    const Bytes lo = Key("Kaffee"), hi = Key("Katze");
+    for (const char* value : {"Kakao", "Kaiser", "Kasse"}) {
+        const Bytes v = Key(value);
+        const double expected = (Line(v, 2) - Line(lo, 2)) / (Line(hi, 2) - Line(lo, 2) + 1048576.0);
+        EXPECT_FLOAT_EQ(Evaluate(LmSTRING_T, v, &lo, &hi, LT).share, float(expected)) << value;
+    }
+    // Without a shared start, the first letters count.
+    const Bytes a = Key("Aal"), z = Key("Zucker"), m = Key("Maus");
+    EXPECT_FLOAT_EQ(Evaluate(LmSTRING_T, m, &a, &z, GT).share,
+                    float((Line(z, 0) - Line(m, 0)) / (Line(z, 0) - Line(a, 0) + 1048576.0)));
 }
 
 // Between the bounds, by the string's own Cmp (a missing bound is no limit).
