@@ -2,10 +2,12 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
+#include "lmblob.h"
 #include "lmchar.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdefs.h"
+#include "lmidentity.h"
 #include "lmistring.h"
 #include "lmmbs.h"
 #include "lmstring.h"
