@@ -234,6 +234,41 @@ TEST(ScalarBounds, PropertiesOfEveryOrderedScalar) {
         CheckProperties<double>(LmDOUBLE_T, Sample<double>(-1e300, 1e300, rng), format);
         CheckProperties<float>(LmFLOAT_T, Sample<float>(-1e30f, 1e30f, rng), format);
     }
+    // Object ids by high and low; the line takes 65535 per high word, so it keeps their
+    // order for low words below that. (Their Cmp reads a key low byte first in every
+    // byte order, so only that order is the order of the line.)
+    std::vector<LmObjId> ids;
+    for (const uint16_t low : Sample<uint16_t>(0, 65534, rng))
+        ids.push_back(LmObjId{low, low, static_cast<uint16_t>(low % 3), 0});
+    CheckProperties<LmObjId>(LmOBJID_T, ids, LmFormatLittle);
+}
+
+// The identity lines and the values without one.
+TEST(ScalarBounds, IdentityValues) {
+    // An object id: high * 65535 + low, not 65536; the block id plays no part.
+    const auto id = [](uint32_t low, uint16_t high) { return LmObjId{77, low, high, 0}; };
+    EXPECT_FLOAT_EQ(On<LmObjId>(LmOBJID_T, id(49, 0), id(0, 0), id(99, 0), LT), 0.49f);
+    EXPECT_FLOAT_EQ(On<LmObjId>(LmOBJID_T, id(0, 1), id(0, 0), id(9, 1), LT, LmFormatBig), 65535.0f / 65545);
+    EXPECT_EQ(Eval(LmOBJID_T, Disk(LmOBJID_T, id(5, 0)), {}, {}, EQ), 0.0f);
+    // A reference: (databaseId * 65535 + high) * 4294967295 + low on the space of all
+    // references, 4294967295 squared, whatever the range.
+    LmRef ref{};
+    ref.databaseId = 1;
+    Bounds out;
+    EXPECT_FLOAT_EQ(Eval(LmREF_T, Disk(LmREF_T, ref), {1}, {2}, LT, &out), float(65535 / 4294967295.0));
+    EXPECT_EQ(out.Upper().size(), 14u);
+    EXPECT_EQ(out.lower, nullptr);
+    EXPECT_FLOAT_EQ(Eval(LmREF_T, Disk(LmREF_T, ref, LmFormatBig), {}, {}, GT | EQ, nullptr, LmFormatBig),
+                    float(1 - 65535 / 4294967295.0));
+    // Class ids and blobs have no line: the whole range, no bound, the word as it was.
+    for (const char type : {LmCLID_T, LmBLOB_T}) {
+        Bounds none;
+        uint8_t bytes[8] = {};
+        unsigned short word = LT | LM_CMP_NO_WILDCARD;
+        EXPECT_EQ(mgr.EvalAndBound(type, nullptr, word, bytes, 1, 1, &none, nullptr), 1.0f);
+        EXPECT_EQ(word, LT | LM_CMP_NO_WILDCARD);
+        EXPECT_TRUE(none.lower == nullptr && none.upper == nullptr);
+    }
 }
 
 }  // namespace

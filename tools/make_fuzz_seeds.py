@@ -216,6 +216,13 @@ SEEDS = {
         + fixed(b"ABCDE"),
         "fixed_long": bytes([0, 14]) + struct.pack("<H", 1) + bytes([0, 0, 0, 60]) + sized(b"") + sized(b"")
         + fixed(b"x" * 300),
+        # ids 17 (LmObjId), 18 (LmClassId), 19 (LmRef), 20 (LmBlob)
+        "objid_range": bytes([0, 17]) + struct.pack("<H", 2) + bytes([1, 1, 1, 0])
+        + sized(struct.pack(">IIH", 7, 0, 0)) + sized(struct.pack(">IIH", 7, 99, 1)) + struct.pack(">IIHIIH", 7, 5, 0, 8, 6, 0),
+        "ref_any": bytes([0, 19]) + struct.pack("<H", 5) + bytes([0, 0, 0, 0]) + sized(b"") + sized(b"")
+        + struct.pack("<IIHHH", 1, 2, 3, 4, 5),
+        "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
+        + b"\0\0\0\0",
     },
 }
 

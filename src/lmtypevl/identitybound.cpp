@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "lmbounds.h"
+#include "lmidentity.h"
 
 using namespace lmbound;
 
@@ -25,8 +26,8 @@ double ObjIdLine(const void* key, unsigned char format) {
 
 }  // namespace
 
-float ObjIdEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
-                        LmIdxBounds* out) {
+float LmObjId::EvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                            LmIdxBounds* out) {
     double r = 0, lower = 0, upper = 0;
     if (RangeUsable(range, 10)) {
         upper = ObjIdLine(range->upper, format);
@@ -38,8 +39,8 @@ float ObjIdEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, uns
     return Share(r, upper - lower + 1);
 }
 
-float RefEvalAndBound(LmIdxBounds*, unsigned short& op, void* value, unsigned char format, unsigned count,
-                      LmIdxBounds* out) {
+float LmRef::EvalAndBound(LmIdxBounds*, unsigned short& op, void* value, unsigned char format, unsigned count,
+                          LmIdxBounds* out) {
     const auto* k = static_cast<const unsigned char*>(value);
     uint16_t words[2] = {0, 0};  // high, databaseId
     uint32_t low = 0;
@@ -56,6 +57,11 @@ float RefEvalAndBound(LmIdxBounds*, unsigned short& op, void* value, unsigned ch
 }
 
 float NoLineEvalAndBound(LmIdxBounds*, unsigned short&, void*, unsigned char, unsigned, LmIdxBounds*) { return 1.0f; }
+
+float LmClassId::EvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                              LmIdxBounds* out) {
+    return NoLineEvalAndBound(range, op, value, format, count, out);
+}
 
 float BooleanEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char, unsigned count,
                           LmIdxBounds* out) {

@@ -99,9 +99,8 @@ LM_BOUND_DECL(StandardDateEvalAndBound);  // d_Date
 LM_BOUND_DECL(StandardTimeEvalAndBound);  // d_Time
 LM_BOUND_DECL(TimestampEvalAndBound);     // d_Timestamp
 
-// Identity values and the types without a line (identitybound.cpp).
-LM_BOUND_DECL(ObjIdEvalAndBound);    // LmObjId
-LM_BOUND_DECL(RefEvalAndBound);      // LmRef
+// The types without a line and the boolean (identitybound.cpp); the identity values
+// have theirs as members of their classes.
 LM_BOUND_DECL(NoLineEvalAndBound);   // LmClassId, LmBlob: 1.0, no bound
 LM_BOUND_DECL(BooleanEvalAndBound);  // LmBoolean: a third of a range
 

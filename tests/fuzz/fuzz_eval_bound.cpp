@@ -28,7 +28,12 @@ unsigned ScalarWidth(char id) {
         case LmDOUBLE_T:
         case Lm8B_T:
         case LmU8B_T:
+        case LmBLOB_T:
             return 8;
+        case LmOBJID_T:
+            return 10;
+        case LmREF_T:
+            return 14;
         default:
             return 4;
     }
