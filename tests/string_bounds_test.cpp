@@ -379,6 +379,9 @@ TEST(FixedStringBounds, SharedPrefixAndCaps) {
     ASSERT_EQ(capped.lower.size(), 254u);
     EXPECT_EQ(capped.upper[252], 0xFF);
     EXPECT_EQ(capped.lower[252], 0xAF);
+    const Result fits = Evaluate(LmCASEISTRING_T, Fixed(std::string(250, 'x'), 0x40), nullptr, nullptr, EQ);
+    ASSERT_EQ(fits.upper.size(), 254u);  // exactly 254 bytes: not cut, no pad
+    EXPECT_EQ(fits.upper[252], 0xAF);
     EXPECT_EQ(Evaluate(LmISTRING_T, Fixed("ab", 0x40), nullptr, nullptr, EQ, 40).lower, Fixed("\x4E\x5A"));
 }
 
