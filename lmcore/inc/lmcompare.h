@@ -24,6 +24,10 @@ LM_CMP_DECL(DoubleCompare);    // o_double
 LM_CMP_DECL(StringCompare);        // LmString, current and order forms
 LM_CMP_DECL(StringCompareLegacy);  // LmString at factory levels below 4
 
+// The fixed-form strings: their sort codes, wildcards, keys in sort form.
+LM_CMP_DECL(LmIStringCompare);      // LmIString
+LM_CMP_DECL(LmCaseIStringCompare);  // LmCaseIString, lower case folded onto upper case
+
 #undef LM_CMP_DECL
 
 // Index order of floating values: NaN -2, negative infinity -1, finite 0 (zero and

@@ -8,6 +8,7 @@
 #include "lmconvert.h"
 #include "lmdefs.h"
 #include "lmidentity.h"
+#include "lmistring.h"
 #include "lmmbs.h"
 #include "lmstring.h"
 #include "lmstrtype.h"
