@@ -103,6 +103,25 @@ SEEDS = {
         + struct.pack("<HH", 0x4180, 0x4184) + struct.pack("<HH", 0x4180, 0x4188),
         "null_left": bytes([1, 1, 9, 1]) + struct.pack("<H", 0) + struct.pack("<h", -1) + bytes([0, 1, 0]) + b"*",
     },
+    # id index (0-10, 14, 26, 42, 43), format index (1, 2, 8, 0, 0x81, 0x82), count,
+    # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
+    # left size, left, right
+    "fuzz_fixed_values": {
+        "int64_le": bytes([12, 0, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack("<qq", -2, 1 << 40)
+        + struct.pack("<qq", -2, 1 << 41),
+        "int64_be": bytes([12, 1, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack(">IiIi", 0xFFFFFFFE, -1, 0, 256)
+        + struct.pack(">IiIi", 0xFFFFFFFE, -1, 0, 512),
+        "int64_all": bytes([12, 0, 3, 3]) + struct.pack("<HH", 0, 8) + struct.pack("<q", 7)
+        + struct.pack("<qqq", 7, 8, 9),
+        "int64_cut": bytes([12, 1, 3, 0]) + struct.pack("<HH", 0, 12) + bytes(range(12)) + bytes(range(5)),
+        "int64_memory": bytes([12, 2, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack("<qq", 1, -1)
+        + struct.pack("<qq", 1, 0),
+        "int64_largest": bytes([12, 3, 1, 4]) + struct.pack("<HH", 0, 8) + struct.pack("<q", (1 << 63) - 1),
+        "long_be": bytes([2, 1, 2, 0]) + struct.pack("<HH", 0, 8) + struct.pack(">ii", 5, -5)
+        + struct.pack(">ii", 5, 6),
+        "double_le": bytes([3, 0, 1, 0]) + struct.pack("<HH", 0, 8) + struct.pack("<d", -0.5)
+        + struct.pack("<d", float("nan")),
+    },
 }
 
 

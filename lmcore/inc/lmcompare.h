@@ -21,6 +21,7 @@ LM_CMP_DECL(O_8BCompare);      // o_8b
 LM_CMP_DECL(O_U8BCompare);     // o_u8b
 LM_CMP_DECL(FloatCompare);     // o_float, d_Interval
 LM_CMP_DECL(DoubleCompare);    // o_double
+LM_CMP_DECL(Int64Compare);     // LmInt64
 LM_CMP_DECL(StringCompare);        // LmString, current and order forms
 LM_CMP_DECL(StringCompareLegacy);  // LmString at factory levels below 4
 

@@ -6,6 +6,7 @@
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdefs.h"
+#include "lmint64.h"
 #include "lmmbs.h"
 #include "lmstring.h"
 #include "lmstrtype.h"

@@ -42,7 +42,6 @@ constinit LmTypeDesc LmDesc_d_Time = IllegalRow("d_Time", "D_TIME_T", 6, 1, "%I:
 constinit LmTypeDesc LmDesc_d_Timestamp = IllegalRow("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p");
 constinit LmTypeDesc LmDesc_d_Interval =
     IllegalRow("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds");
-constinit LmTypeDesc LmDesc_LmInt64 = IllegalRow("LmInt64", "LmINT64_T", 8, 1, "%S");
 constinit LmTypeDesc LmDesc_LmBoolean = IllegalRow("LmBoolean", "LmBOOLEAN_T", 1, 1, "noop");
 constinit LmTypeDesc LmDesc_LmNull_char = IllegalRow("LmNull_char", "LmNULL_1B_T", 2, 1, "%c");
 constinit LmTypeDesc LmDesc_LmNull_uchar = IllegalRow("LmNull_uchar", "LmNULL_U1B_T", 2, 1, "%c");
