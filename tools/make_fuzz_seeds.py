@@ -103,7 +103,7 @@ SEEDS = {
         + struct.pack("<HH", 0x4180, 0x4184) + struct.pack("<HH", 0x4180, 0x4188),
         "null_left": bytes([1, 1, 9, 1]) + struct.pack("<H", 0) + struct.pack("<h", -1) + bytes([0, 1, 0]) + b"*",
     },
-    # id index (0-10, 14, 26, 42, 43), format index (1, 2, 8, 0, 0x81, 0x82), count,
+    # id index (0-10, 14, 26, 42, 43, 27, 39), format index (1, 2, 8, 0, 0x81, 0x82), count,
     # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
     # left size, left, right
     "fuzz_fixed_values": {
@@ -121,6 +121,15 @@ SEEDS = {
         + struct.pack(">ii", 5, 6),
         "double_le": bytes([3, 0, 1, 0]) + struct.pack("<HH", 0, 8) + struct.pack("<d", -0.5)
         + struct.pack("<d", float("nan")),
+        "boolean_states": bytes([15, 0, 4, 0]) + struct.pack("<HH", 0, 4) + bytes([0, 1, 255, 0x80])
+        + bytes([255, 1, 2, 0]),
+        "boolean_null_step": bytes([15, 5, 1, 4]) + struct.pack("<HH", 0, 1) + bytes([255]) + bytes([0]),
+        "seal_be": bytes([16, 1, 2, 0]) + struct.pack("<HH", 0, 12) + bytes.fromhex("123456789abc000100000000")
+        + bytes.fromhex("123456789abc0000ffffffff"),
+        "seal_cut": bytes([16, 0, 3, 1]) + struct.pack("<HH", 0, 6) + bytes.fromhex("800000000001")
+        + bytes.fromhex("8000000000"),
+        "seal_memory": bytes([16, 2, 2, 0]) + struct.pack("<HH", 0, 12) + struct.pack("<6H", 1, 2, 3, 4, 5, 6)
+        + struct.pack("<6H", 1, 2, 3, 4, 5, 7),
     },
 }
 

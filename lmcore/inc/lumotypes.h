@@ -2,12 +2,14 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
+#include "lmboolean.h"
 #include "lmchar.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdefs.h"
 #include "lmint64.h"
 #include "lmmbs.h"
+#include "lmseal.h"
 #include "lmstring.h"
 #include "lmstrtype.h"
 #include "lmtext.h"
