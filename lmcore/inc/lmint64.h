@@ -15,6 +15,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
 #include "lmdefs.h"
 
@@ -116,10 +117,20 @@ public:
     LmInt64& ScanFromLmString(const LmString& text, const char* format = nullptr);
 
 private:
-    uint64_t Bits() const noexcept { return std::bit_cast<uint64_t>(*this); }
-    void SetBits(uint64_t v) noexcept { *this = std::bit_cast<LmInt64>(v); }
+    // The two words as one native integer. memcpy, not bit_cast: GCC then keeps a
+    // value in one register instead of splitting it into its words.
+    uint64_t Bits() const noexcept {
+        uint64_t v;
+        std::memcpy(&v, this, sizeof v);
+        return v;
+    }
+    void SetBits(uint64_t v) noexcept { std::memcpy(static_cast<void*>(this), &v, sizeof v); }
     void Set(long long v) noexcept { SetBits(static_cast<uint64_t>(v)); }
-    static LmInt64 Of(uint64_t v) noexcept { return std::bit_cast<LmInt64>(v); }
+    static LmInt64 Of(uint64_t v) noexcept {
+        LmInt64 r;
+        r.SetBits(v);
+        return r;
+    }
     // Reports the division by 0 and gives the result of the word rule.
     LmInt64 DivideByZero(int remainder) const noexcept;
 };
