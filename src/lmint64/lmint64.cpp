@@ -44,7 +44,7 @@ LmInt64::LmInt64(double v) noexcept : low(0), high(0) {
         LmInt64 value;
         bool behindPoint = false;
         for (const char* p = text; p < e; ++p) {
-            if (*p == '.') {
+            if (*p < '0' || *p > '9') {  // the point, whatever the locale spells it
                 behindPoint = true;
                 continue;
             }
