@@ -118,6 +118,13 @@ TEST(Seal, RowThroughTheManager) {
     EXPECT_TRUE(zeros[0] == LmSeal() && zeros[1] == LmSeal());
     delete w;
     mgr.Delete(LmSEAL_T, zeros, 2);
+    LmString texts[2] = {LmString("77"), LmString("5")};  // from strings: scanned, a null one left zero
+    texts[1].SetNullValue();
+    LmTypeConvertData* in = LmTypeConvertData::Make(LmSTRING_T, 2, texts, nullptr);
+    zeros = static_cast<LmSeal*>(row->ConvertFrom(in, 2));
+    EXPECT_TRUE(Number(zeros[0]) == 77 && zeros[1] == LmSeal());
+    delete in;
+    mgr.Delete(LmSEAL_T, zeros, 2);
     EXPECT_TRUE(mgr.SetNullValue(LmSEAL_T, seals) == 0 && seals[0] == LmSeal() &&
                 mgr.IsNullValue(LmSEAL_T, seals) == 0);
     zeros = static_cast<LmSeal*>(mgr.DefaultValue(LmSEAL_T, 2, 1));
