@@ -1,8 +1,9 @@
 // The road of a few plain numbers through the type manager: create by type id,
 // store in both byte orders, load back, compare in memory and on disk, hash. Then
 // the road of one string attribute: create, scan, store, hash, build index keys,
-// compare stored keys, step a key, load back, print, delete. Last, values as text by
-// type id, conversions, nulls, key stepping and the multi-byte form.
+// compare stored keys, step a key, load back, print, delete. Then values as text by
+// type id, conversions, nulls, key stepping and the multi-byte form. Last, an object
+// reference and a blob through store, load and print.
 #include <cstdio>
 #include <cstring>
 #include <vector>
@@ -244,6 +245,68 @@ void TextRoad(LmTypeMgr& mgr) {
                 back.Compare(unicode, -1, LM_CMP_EXACT) == 0 ? "yes" : "no");
 }
 
+// The road of an object reference and a blob: a reference made from an object id
+// and a class id, stored in both byte orders, loaded back (without its version, which
+// is not on disk), compared and printed; the identity stepped to the next key; then a
+// blob in its three states stored as one array, loaded back and printed.
+void IdentityRoad(LmTypeMgr& mgr) {
+    std::printf("\nAn object reference and a blob\n");
+    const LmObjId object{4711, 123456, 7, 0};
+    const LmClassId cls{42, 3};
+    LmRef ref{};
+    ref = object;
+    ref = cls;
+    ref = static_cast<unsigned short>(2);  // the database
+    LmString out;
+    PrintLine("reference, exchange format", mgr.PrintToLmString(LmREF_T, out, &ref, nullptr, 1));
+    PrintLine("reference, with its version", LmRef::PrintToString(out, &ref, nullptr, 1));
+
+    unsigned char little[LmRef::DiskSize], big[LmRef::DiskSize];
+    mgr.Store(LmREF_T, little, &ref, LmFormatLittle, 1);
+    mgr.Store(LmREF_T, big, &ref, LmFormatBig, 1);
+    PrintHex("little-endian", little, sizeof little);
+    PrintHex("big-endian", big, sizeof big);
+    LmRef loaded{};
+    mgr.Load(LmREF_T, &loaded, big, LmFormatBig, 1);
+    std::printf("  loaded back: version %u (not stored), equal to the original: %s\n", loaded.version,
+                loaded == ref ? "yes" : "no");
+    int status = 0;
+    std::printf("  hash of the memory value %08X, of the little-endian key %08X\n",
+                mgr.Hash(LmREF_T, 0, &ref, 1, LmFormatMemory, status),
+                mgr.Hash(LmREF_T, sizeof little, little, 1, LmFormatLittle, status));
+
+    // The next key of the stored object id, and the text of an id scanned back.
+    unsigned char key[LmObjId::DiskSize], oldKey[LmObjId::DiskSize];
+    mgr.Store(LmOBJID_T, key, const_cast<LmObjId*>(&object), LmFormatLittle, 1);
+    std::memcpy(oldKey, key, sizeof key);
+    status = mgr.GetValue(LmOBJID_T, key, sizeof key, LmFormatLittle, 'N');
+    LmObjId next{};
+    mgr.Load(LmOBJID_T, &next, key, LmFormatLittle, 1);
+    std::printf("  GetValue 'N' of the stored object id: status %d, disk order against the old key %d\n", status,
+                mgr.Cmp(LmOBJID_T, key, oldKey, 0, 1, LmFormatLittle));
+    PrintLine("the next object id", next.PrintToLmString(out));
+    LmObjId scanned{};
+    scanned.ScanFromLmString(LmString("123456#4711"));
+    PrintLine("\"123456#4711\" scanned, printed", scanned.PrintToLmString(out));
+
+    // A blob: null, empty and bytes are three values, on disk too.
+    auto* blobs = static_cast<LmBlob*>(mgr.Create(LmBLOB_T, 3));
+    blobs[0].SetNullValue();
+    blobs[2].SetTo("blob bytes", 10);
+    const unsigned size = mgr.DiskLenGet(LmBLOB_T, blobs, LmFormatLittle, 3, LmFormatMemory);
+    std::vector<unsigned char> image(size);
+    mgr.Store(LmBLOB_T, image.data(), blobs, LmFormatLittle, 3);
+    PrintHex("three blobs", image.data(), size);
+    auto* back = static_cast<LmBlob*>(mgr.Create(LmBLOB_T, 3));
+    const unsigned read = mgr.Load(LmBLOB_T, back, image.data(), LmFormatLittle, 3);
+    std::printf("  loaded %u bytes; memory compare with the originals: %d\n", read,
+                mgr.Cmp(LmBLOB_T, back, blobs, 0, 3, LmFormatMemory));
+    out = "";  // the array path appends
+    PrintLine("printed", mgr.PrintToLmString(LmBLOB_T, out, back, nullptr, 3));
+    mgr.Delete(LmBLOB_T, back, 3);
+    mgr.Delete(LmBLOB_T, blobs, 3);
+}
+
 }  // namespace
 
 int main() {
@@ -287,6 +350,7 @@ int main() {
 
     StringRoad(mgr);
     TextRoad(mgr);
+    IdentityRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");

@@ -36,6 +36,13 @@ TEST(Seal, MembersCompareAndHash) {
     LmInt64 back;
     s.ConvertTo(back);
     EXPECT_TRUE(fromInt64 == s && back.low == 0x56789ABCu && back.high == 0x1234);
+    LmObjId id;
+    id.blockId = 7;
+    id.low = 0x56789ABCu;
+    id.high = 0x1234;
+    LmSeal fromId;
+    fromId.ConvertFrom(id);  // the object number; the block is no part of it
+    EXPECT_TRUE(fromId == s);
 
     // == is 1 or 0; != and the memory compare answer the first difference of the words,
     // the disk compare that of the bytes; a higher word decides whatever the others hold.

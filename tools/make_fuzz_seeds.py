@@ -35,7 +35,44 @@ def key(words, family=1, cut=False):
 OLD_AB = b"\x04\x00ab\x00\x00"  # old form: "ab" and ""
 NULL = b"\x04\x00\x00\xfe\x00\xff"
 
+
+def blob(elements, big=False):
+    """A blob array image: total word, then per element a length word (0xFFFFFFFF for
+    None) and the bytes."""
+    order = ">I" if big else "<I"
+    body = b"".join(struct.pack(order, 0xFFFFFFFF) if e is None else struct.pack(order, len(e)) + e
+                    for e in elements)
+    return struct.pack(order, len(body)) + body
+
+
+# Values for the round trips of fuzz_identity: an object id, a class id, a reference.
+ROUND = struct.pack("<IIH", 4, 123, 7) + struct.pack("<HH", 5, 2) + struct.pack("<IIHHHH", 4, 123, 7, 3, 9, 2)
+
 SEEDS = {
+    # format index (1, 2, 0x81, 0x82, 0), count, left size (16 bits), left image, right image
+    "fuzz_blob": {
+        "one_each": bytes([0, 1]) + struct.pack("<H", 11) + blob([b"abc"]) + blob([b"abd"]),
+        "three_states": bytes([0, 3]) + struct.pack("<H", 17) + blob([None, b"", b"\0"]) + blob([None, b"", b"x"]),
+        "big_endian": bytes([1, 2]) + struct.pack("<H", 14) + blob([b"ab", b""], big=True) + blob([b"ab"], big=True),
+        "forged_total": bytes([0, 1]) + struct.pack("<H", 11) + struct.pack("<II", 0xFFFFFF00, 3) + b"abc"
+        + struct.pack("<II", 0x7FFFFFFF, 0x7FFFFFF0) + b"ab",
+        "length_beyond": bytes([0, 2]) + struct.pack("<H", 11) + struct.pack("<II", 7, 0x40) + b"abc"
+        + struct.pack("<I", 0xFFFFFFFF),
+        "cut_image": bytes([0, 1]) + struct.pack("<H", 6) + blob([b"abc"])[:6] + blob([b"abc"])[:9],
+        "array_walk": bytes([0, 2]) + struct.pack("<H", 16) + blob([b"ab", b"cd"]) + blob([b"ab", b"cd"]),
+    },
+    # choice (below 128: the format from the input; else a known one, by choice % 8; odd: a
+    # 16-bit text), format length, format, round-trip bytes (10 + 4 + 16), text
+    "fuzz_identity": {
+        "exchange_objid": bytes([128, 0]) + ROUND + b"(7-123#4)",
+        "no_high_part": bytes([128, 0]) + ROUND + b"123#4",
+        "class_wide": bytes([129, 0]) + ROUND + "(5v2)".encode("utf-16-le"),
+        "ref_long": bytes([131, 0]) + ROUND + b"(3:7-123#4,9v2)",
+        "positional": bytes([132, 0]) + ROUND + b"(7-123#4)",
+        "own_format": bytes([0, 9]) + b"%hu%l%%%H" + ROUND + b"12 34%56",
+        "null_text": bytes([130, 0]) + ROUND + b"{NULL}(1-2#3)",
+        "overflow": bytes([128, 0]) + ROUND + b"(99999999999999999999999-4294967296#-1)",
+    },
     # format index (1, 2, 0x81, 0x82, 0x21, 0x42), count, level, image
     "fuzz_string_load": {
         "abc_le": bytes([0, 1, 1]) + rec("abc"),

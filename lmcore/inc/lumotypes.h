@@ -2,11 +2,13 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
+#include "lmblob.h"
 #include "lmboolean.h"
 #include "lmchar.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdefs.h"
+#include "lmidentity.h"
 #include "lmint64.h"
 #include "lmmbs.h"
 #include "lmseal.h"

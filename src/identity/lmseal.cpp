@@ -12,6 +12,7 @@
 
 #include "lmcompare.h"
 #include "lmconvert.h"
+#include "lmidentity.h"
 #include "lmint64.h"
 #include "lmslots.h"
 #include "lmstring.h"
@@ -25,6 +26,12 @@ void LmSeal::ConvertFrom(const LmInt64& value) noexcept {
     low = static_cast<uint16_t>(value.low);
     middle = static_cast<uint16_t>(value.low >> 16);
     high = static_cast<uint16_t>(value.high);
+}
+
+void LmSeal::ConvertFrom(const LmObjId& id) noexcept {
+    low = static_cast<uint16_t>(id.low);
+    middle = static_cast<uint16_t>(id.low >> 16);
+    high = id.high;
 }
 
 void LmSeal::ConvertFrom(const long long& value) noexcept { ConvertFrom(LmInt64(value)); }

@@ -47,21 +47,21 @@ LmTypeConvertData::~LmTypeConvertData() {
     *static_cast<volatile uint32_t*>(&count) = 0;
 }
 
-namespace {
-
 // The strings of a ConvertTo slot: the Create slot of id 11 in the default
 // manager's table, or in the current table before the module has started.
-LmString* CreateStrings(unsigned count) {
+LmString* ConvertStringsCreate(unsigned count) {
     const LmTypeMgr* mgr = DefaultTypeMgr(nullptr);
     const LmTypeDesc* desc = mgr != nullptr ? mgr->Desc(LmSTRING_T) : LmTypeTableCurrent[static_cast<int>(LmSTRING_T)];
     return static_cast<LmString*>(desc->Create(count));
 }
 
+namespace {
+
 // The shared ConvertTo shape of the numbers, which have no null: the text of each
 // value is appended to a fresh string.
 template <typename T, LmString (*ToText)(T)>
 LmTypeConvertData* NumbersToText(void* value, unsigned count) {
-    LmString* strings = CreateStrings(count);
+    LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
     const T* values = static_cast<const T*>(value);
     for (unsigned i = 0; i < count; ++i) strings[i] += ToText(values[i]);
@@ -219,7 +219,7 @@ void* O_U8BConvertFromLmString(LmTypeConvertData* data, unsigned count) {
 
 // Strings are copied with their code set and language; a null stays null.
 LmTypeConvertData* StringConvertToLmString(void* value, unsigned count) {
-    LmString* strings = CreateStrings(count);
+    LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
     const LmString* values = static_cast<const LmString*>(value);
     for (unsigned i = 0; i < count; ++i) {

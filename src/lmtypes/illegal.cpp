@@ -30,10 +30,6 @@ constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "il
 // Value types whose handlers are still to come.
 constinit LmTypeDesc LmDesc_LmDate = IllegalRow("LmDate", "LmDATE_T", 4, 1, "%a %e.%b %Y");
 constinit LmTypeDesc LmDesc_LmTime = IllegalRow("LmTime", "LmTIME_T", 3, 1, "%I:%M:%S %p");
-constinit LmTypeDesc LmDesc_LmObjId = IllegalRow("LmObjId", "LmOBJID_T", 12, 1, "(%H-%L#%B)");
-constinit LmTypeDesc LmDesc_LmClassId = IllegalRow("LmClassId", "LmCLID_T", 4, 1, "(%Cv%V)");
-constinit LmTypeDesc LmDesc_LmRef = IllegalRow("LmRef", "LmREF_T", 16, 1, "(%D:%H-%L#%B, %C)");
-constinit LmTypeDesc LmDesc_LmBlob = IllegalRow("LmBlob", "LmBLOB_T", 8, 0, "[BLOB,len=%L]");
 constinit LmTypeDesc LmDesc_LmDateTime = IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
 constinit LmTypeDesc LmDesc_LmIString = IllegalRow("LmIString", "LmISTRING_T", 16, 0, "%s");
 constinit LmTypeDesc LmDesc_LmCaseIString = IllegalRow("LmCaseIString", "LmCASEISTRING_T", 16, 0, "%s");

@@ -149,6 +149,9 @@ void* O_U8BConvertFromLmString(LmTypeConvertData* data, unsigned count);
 LmTypeConvertData* StringConvertToLmString(void* value, unsigned count);
 void* StringConvertFromLmString(LmTypeConvertData* data, unsigned count);
 
+// The strings of a ConvertTo slot, made by the Create slot of id 11.
+LmString* ConvertStringsCreate(unsigned count);
+
 // ---- Default values (convert.cpp). ----
 // What the type's ConvertFrom makes of count empty texts, through a wrapper that
 // owns nothing.

@@ -16,7 +16,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -25,6 +24,7 @@
 #include "lmstring.h"
 #include "lmtext.h"
 #include "lmtypemgr.h"
+#include "scantext.h"
 
 namespace {
 
@@ -551,26 +551,6 @@ LmString& PrintNumber(LmString& out, V v, const char* format) {
     out = buffer;
     return out;
 }
-
-// Scans read a narrow text: a wide one is appended to a new empty string of the
-// native code set, which converts it, and that copy is read.
-class ScanText {
-public:
-    explicit ScanText(const LmString& text) {
-        if (text.IsWide()) {
-            copy.emplace(LM_CODESET_NATIVE, text.GetLanguage());
-            *copy += text;
-            chars = copy->StrGet();
-        } else {
-            chars = text.StrGet();
-        }
-    }
-    const char* Get() const { return chars; }
-
-private:
-    std::optional<LmString> copy;
-    const char* chars;
-};
 
 // The scanned number into the value's type: integers keep their low bits, reals and
 // integers convert by value.
