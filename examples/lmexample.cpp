@@ -374,7 +374,18 @@ int main() {
     Fill<uint64_t>(u8, {0x0102030405060708ull, 42});
     Show(mgr, LmU8B_T, u8, 2);
 
+    // LmInt64 computes by its own rules and keeps the word low in front on disk, so its
+    // big-endian image is not a big-endian 64-bit number.
+    auto* int64s = static_cast<LmInt64*>(mgr.Create(LmINT64_T, 2));
+    int64s[0] = LmInt64(-7) / LmInt64(2) * LmInt64(0x10000000000LL);  // -3 * 2^40
+    int64s[1] = LmInt64(12345678.0);                                   // seven digits: 12345680
+    Show(mgr, LmINT64_T, int64s, 2);
+    LmString int64Text;
+    int64s[0].PrintToLmString(int64Text, "%S = %x");  // the second conversion prints the rest, 0
+    PrintLine("LmInt64 under \"%S = %x\"", int64Text);
+
     mgr.Delete(LmINT_T, ints, 3);
+    mgr.Delete(LmINT64_T, int64s, 2);
     mgr.Delete(Lm2B_T, shorts, 3);
     mgr.Delete(LmDOUBLE_T, doubles, 2);
     mgr.Delete(LmU8B_T, u8, 2);

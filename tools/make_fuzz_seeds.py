@@ -223,6 +223,33 @@ SEEDS = {
         + struct.pack("<IIHHH", 1, 2, 3, 4, 5),
         "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
         + b"\0\0\0\0",
+    # id index (0-10, 14, 26, 42, 43, 27, 39), format index (1, 2, 8, 0, 0x81, 0x82), count,
+    # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
+    # left size, left, right
+    "fuzz_fixed_values": {
+        "int64_le": bytes([12, 0, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack("<qq", -2, 1 << 40)
+        + struct.pack("<qq", -2, 1 << 41),
+        "int64_be": bytes([12, 1, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack(">IiIi", 0xFFFFFFFE, -1, 0, 256)
+        + struct.pack(">IiIi", 0xFFFFFFFE, -1, 0, 512),
+        "int64_all": bytes([12, 0, 3, 3]) + struct.pack("<HH", 0, 8) + struct.pack("<q", 7)
+        + struct.pack("<qqq", 7, 8, 9),
+        "int64_cut": bytes([12, 1, 3, 0]) + struct.pack("<HH", 0, 12) + bytes(range(12)) + bytes(range(5)),
+        "int64_memory": bytes([12, 2, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack("<qq", 1, -1)
+        + struct.pack("<qq", 1, 0),
+        "int64_largest": bytes([12, 3, 1, 4]) + struct.pack("<HH", 0, 8) + struct.pack("<q", (1 << 63) - 1),
+        "long_be": bytes([2, 1, 2, 0]) + struct.pack("<HH", 0, 8) + struct.pack(">ii", 5, -5)
+        + struct.pack(">ii", 5, 6),
+        "double_le": bytes([3, 0, 1, 0]) + struct.pack("<HH", 0, 8) + struct.pack("<d", -0.5)
+        + struct.pack("<d", float("nan")),
+        "boolean_states": bytes([15, 0, 4, 0]) + struct.pack("<HH", 0, 4) + bytes([0, 1, 255, 0x80])
+        + bytes([255, 1, 2, 0]),
+        "boolean_null_step": bytes([15, 5, 1, 4]) + struct.pack("<HH", 0, 1) + bytes([255]) + bytes([0]),
+        "seal_be": bytes([16, 1, 2, 0]) + struct.pack("<HH", 0, 12) + bytes.fromhex("123456789abc000100000000")
+        + bytes.fromhex("123456789abc0000ffffffff"),
+        "seal_cut": bytes([16, 0, 3, 1]) + struct.pack("<HH", 0, 6) + bytes.fromhex("800000000001")
+        + bytes.fromhex("8000000000"),
+        "seal_memory": bytes([16, 2, 2, 0]) + struct.pack("<HH", 0, 12) + struct.pack("<6H", 1, 2, 3, 4, 5, 6)
+        + struct.pack("<6H", 1, 2, 3, 4, 5, 7),
     },
 }
 

@@ -21,6 +21,9 @@ LM_CMP_DECL(O_8BCompare);      // o_8b
 LM_CMP_DECL(O_U8BCompare);     // o_u8b
 LM_CMP_DECL(FloatCompare);     // o_float, d_Interval
 LM_CMP_DECL(DoubleCompare);    // o_double
+LM_CMP_DECL(Int64Compare);     // LmInt64
+LM_CMP_DECL(BooleanCompare);   // LmBoolean: a null below false and true
+LM_CMP_DECL(SealCompare);      // LmSeal: the first difference, of words or of bytes
 LM_CMP_DECL(StringCompare);        // LmString, current and order forms
 LM_CMP_DECL(StringCompareLegacy);  // LmString at factory levels below 4
 

@@ -33,30 +33,6 @@ void* ScalarDelete(void* value, unsigned) {
     return nullptr;
 }
 
-template <typename T>
-void ScalarConstructor(void* array, unsigned count, unsigned) {
-    if (count == 1)
-        *static_cast<T*>(array) = 0;
-    else if (count != 0)
-        std::memset(array, 0, static_cast<size_t>(count) * sizeof(T));
-}
-
-void ScalarDestructor(void*, unsigned, unsigned) {}
-
-// Assignment and Copy: element for element, or the one element at src into all
-// count elements. src and dest must not overlap.
-template <typename T>
-void ScalarAssignment(void* dest, void* src, unsigned count, int broadcast) {
-    if (count == 0) return;
-    T* d = static_cast<T*>(dest);
-    if (broadcast == 0) {
-        std::memcpy(d, src, static_cast<size_t>(count) * sizeof(T));
-        return;
-    }
-    const T v = *static_cast<const T*>(src);
-    for (unsigned i = 0; i < count; ++i) d[i] = v;
-}
-
 template <typename T, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn>
 unsigned ScalarTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src, unsigned char srcFormat,
                          unsigned srcLen, unsigned count) {
