@@ -3,6 +3,7 @@
 #define LUMOTYPES_H
 
 #include "lmblob.h"
+#include "lmboolean.h"
 #include "lmchar.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
@@ -10,7 +11,10 @@
 #include "lmdefs.h"
 #include "lmdtformat.h"
 #include "lmidentity.h"
+#include "lmistring.h"
+#include "lmint64.h"
 #include "lmmbs.h"
+#include "lmseal.h"
 #include "lmstring.h"
 #include "lmstrtype.h"
 #include "lmtext.h"
