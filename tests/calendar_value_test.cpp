@@ -268,6 +268,14 @@ TEST(CalendarClock, TodayNowAndZonesPinned) {
     EXPECT_EQ(std::make_tuple(Of(LmDate()), Of(LmTime()), Of(d.Today()), Of(t.Now())),
               std::make_tuple(Fields(2001, 9, 9), Fields(3, 46, 40), Fields(2001, 9, 9), Fields(3, 46, 40)));
     EXPECT_EQ(Of(t.NowUTC()), Fields(1, 46, 40));
+    LmInt64 ms(-1);
+    bksPinClock(-1, 999999999);  // 1969-12-31 23:59:59.999 UTC: -1 s and 999 ms
+    EXPECT_EQ(GetSystemTimeInMSSinceTheEpoch(ms), 0);
+    EXPECT_EQ(ms.Get8b(), -1LL);
+    bksPinClock(4102444800LL, 5000000);  // 2100-01-01 00:00:00.005 UTC, past 32 bits of ms
+    GetSystemTimeInMSSinceTheEpoch(ms);
+    EXPECT_EQ(ms.Get8b(), 4102444800005LL);
+    bksPinClock(1000000000, 0);
     EXPECT_EQ(After(t.ToLocalTime(), t), std::make_pair(0, Fields(3, 46, 40)));
     EXPECT_EQ(After(t.ToUTCTime(), t), std::make_pair(0, Fields(1, 46, 40)));
     bksPinTimeZone(-300);

@@ -9,6 +9,7 @@
 #include "lmdefs.h"
 
 class LmString;
+class LmInt64;
 
 // The weekday of a date. The numbers are fixed: 0 is Monday, 6 is Sunday.
 enum LmDaysOfTheWeek {
@@ -142,5 +143,9 @@ static_assert(sizeof(LmDate) == 4, "an LmDate is 4 bytes in memory");
 // second value's wildcards count.
 LM_EXPORT int LmDateCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
                             unsigned short option, unsigned count, int& status);
+
+// Milliseconds since 1970-01-01 00:00:00 UTC from lumobase's clock: its seconds times
+// 1000 plus its milliseconds, in LmInt64 arithmetic. Always answers 0.
+LM_EXPORT int GetSystemTimeInMSSinceTheEpoch(LmInt64& result);
 
 #endif

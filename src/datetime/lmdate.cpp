@@ -12,6 +12,7 @@
 #include "dtcommon.h"
 #include "dtnames.h"
 #include "lmdtformat.h"
+#include "lmint64.h"
 #include "lmstring.h"
 #include "lmtypemgr.h"
 #include "lumobase.h"
@@ -177,4 +178,12 @@ LmDate* LmDate::ScanFromLmString(LmString& text, const char* format) {
     month = wide.month;
     day = wide.day;
     return ok ? this : nullptr;
+}
+
+int GetSystemTimeInMSSinceTheEpoch(LmInt64& result) {
+    int64_t seconds = 0;
+    int milliseconds = 0;
+    bksGetEpochTime(seconds, milliseconds);
+    result = LmInt64(static_cast<long long>(seconds)) * LmInt64(1000) + LmInt64(milliseconds);
+    return 0;
 }
