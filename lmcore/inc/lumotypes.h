@@ -15,6 +15,7 @@
 #include "lmint64.h"
 #include "lmmbs.h"
 #include "lmseal.h"
+#include "lmstddate.h"
 #include "lmstring.h"
 #include "lmstrtype.h"
 #include "lmtext.h"

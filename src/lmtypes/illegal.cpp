@@ -29,11 +29,6 @@ constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "il
 
 // Value types whose handlers are still to come.
 constinit LmTypeDesc LmDesc_LmDateTime = IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
-constinit LmTypeDesc LmDesc_d_Date = IllegalRow("d_Date", "D_DATE_T", 4, 1, "%a %b %e");
-constinit LmTypeDesc LmDesc_d_Time = IllegalRow("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p");
-constinit LmTypeDesc LmDesc_d_Timestamp = IllegalRow("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p");
-constinit LmTypeDesc LmDesc_d_Interval =
-    IllegalRow("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds");
 constinit LmTypeDesc LmDesc_LmNull_char = IllegalRow("LmNull_char", "LmNULL_1B_T", 2, 1, "%c");
 constinit LmTypeDesc LmDesc_LmNull_uchar = IllegalRow("LmNull_uchar", "LmNULL_U1B_T", 2, 1, "%c");
 constinit LmTypeDesc LmDesc_LmNull_short = IllegalRow("LmNull_short", "LmNULL_2B_T", 4, 1, "%hd");
