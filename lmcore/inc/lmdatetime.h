@@ -32,8 +32,8 @@ public:
         : LmDate(y, mo, d), LmTime(h, mi, s) {}
     constexpr LmDateTime(const LmDateTime& other) noexcept = default;
 
-    // Both parts; self-assignment does nothing.
-    LmDateTime& operator=(const LmDateTime& other) noexcept;
+    // Both parts, field by field (so self-assignment changes nothing).
+    constexpr LmDateTime& operator=(const LmDateTime& other) noexcept = default;
     // The time part alone; the date stays.
     LmDateTime& operator=(const LmTime& time) noexcept;
 

@@ -34,14 +34,6 @@ LmDateTime::LmDateTime(const LmDate& date) : LmDate(date), LmTime() {}
 LmDateTime::LmDateTime(LmTime& time) : LmDate(), LmTime(time) {}
 LmDateTime::LmDateTime(const LmTime& time) : LmDate(), LmTime(time) {}
 
-LmDateTime& LmDateTime::operator=(const LmDateTime& other) noexcept {
-    if (this != &other) {
-        DatePart(*this) = DatePart(other);
-        TimePart(*this) = TimePart(other);
-    }
-    return *this;
-}
-
 LmDateTime& LmDateTime::operator=(const LmTime& time) noexcept {
     TimePart(*this) = time;
     return *this;
