@@ -9,6 +9,7 @@
 #include "lmconvert.h"
 #include "lmdate.h"
 #include "lmdatetime.h"
+#include "lmdatetimen.h"
 #include "lmdefs.h"
 #include "lmdtformat.h"
 #include "lmidentity.h"

@@ -44,7 +44,5 @@ constinit LmTypeDesc LmDesc_LmNull_ulong = IllegalRow("LmNull_ulong", "LmNULL_U4
 constinit LmTypeDesc LmDesc_LmNull_float = IllegalRow("LmNull_float", "LmNULL_FLOAT_T", 8, 1, "%.17g");
 constinit LmTypeDesc LmDesc_LmNull_double = IllegalRow("LmNull_double", "LmNULL_DOUBLE_T", 16, 1, "%.17g");
 constinit LmTypeDesc LmDesc_LmNull_LmInt64 = IllegalRow("LmNull_LmInt64", "LmNULL_LMINT64_T", 12, 1, "%S");
-constinit LmTypeDesc LmDesc_LmDateTimeN = IllegalRow("LmDateTimeN", "LmDATIME_N_T", 12, 1, "%X");
-constinit LmTypeDesc LmDesc_LmTimeSpan = IllegalRow("LmTimeSpan", "LmTIMESPAN_T", 12, 1, "%V");
 constinit LmTypeDesc LmDesc_LmNull_8b = IllegalRow("LmNull_8b", "LmNULL_8B_T", 16, 1, "%I64d");
 constinit LmTypeDesc LmDesc_LmNull_u8b = IllegalRow("LmNull_u8b", "LmNULL_U8B_T", 16, 1, "%I64u");
