@@ -46,8 +46,10 @@ public:
     // nanoseconds field is -1 without option bit 0x10, the nanoseconds: -1, 0 or 1.
     int Compare(const LmDateTimeN& other, unsigned short options) const noexcept;
 
-    // ---- The arithmetic chain, entered at each member's unit. Days move in the real
-    // calendar while the date is a real date, else by the 30-day rule. ----
+    // ---- The arithmetic chain, entered at each member's unit: each field keeps its
+    // floor remainder and carries the quotient on (cut to 32 bits from the minutes
+    // on). Days move in the real calendar while the date is a real date, else by the
+    // 30-day rule. ----
     LmDateTimeN& AddDays(int n) noexcept;
     LmDateTimeN& AddHours(int n) noexcept;
     LmDateTimeN& AddMinutes(int n) noexcept;
