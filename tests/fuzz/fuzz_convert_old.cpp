@@ -3,8 +3,8 @@
 // read and written once more. The text must be consumed, and the second writing must
 // give the first one's text again, unless the first was cut at the string limit or
 // had to fall back to the delimiter ",", or the type is o_u8b, whose values from 2^63
-// up print unsigned but read back through the signed cast, or LmTimeSpan. Everything goes back
-// through Delete.
+// up print unsigned but read back through the signed cast, or LmTimeSpan, whose
+// seconds pass through a double. Everything goes back through Delete.
 #include <cstdlib>
 #include <cstring>
 
