@@ -142,6 +142,8 @@ int LmDateTimeCompare(unsigned char format, unsigned len1, void* value1, unsigne
     const bool wildcards = (option & LM_CMP_NO_WILDCARD) == 0;
     return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
                                  [high, wildcards](const unsigned char* a, const unsigned char* b) {
+                                     // Equal bytes are equal values, whatever the wildcards.
+                                     if (std::memcmp(a, b, kWidth) == 0) return 0;
                                      return DiskDateTimeOrder(a, b, high, wildcards);
                                  });
 }
