@@ -5,7 +5,7 @@
 // pattern. Then values as text by type id, conversions, nulls, key stepping and the
 // multi-byte form. Then an object reference and a blob through store, load and print.
 // Last, a date and a time: scanned and printed by type id, stored, compared with a
-// wildcard.
+// wildcard; a date-time carried over midnight, a nanosecond date-time and a span.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -387,6 +387,32 @@ void DateRoad(LmTypeMgr& mgr) {
     mgr.Delete(LmTIME_T, time, 1);
 }
 
+// A date-time carried over midnight into the next day, a nanosecond date-time and a
+// span: the span between two moments, stored big-endian and printed by type id.
+void DateTimeRoad(LmTypeMgr& mgr) {
+    std::printf("\nDate-times and spans\n");
+    LmString out;
+    LmDateTime late(2000, 2, 28, 23, 59, 50);
+    PrintLine("date-time", late.PrintToLmString(out, nullptr));
+    late.AddSeconds(20);  // past midnight: the date moves to the leap day
+    PrintLine("plus 20 seconds", late.PrintToLmString(out, nullptr));
+    PrintLine("the same, exchange format", mgr.PrintToLmString(LmDATIME_T, out, &late, nullptr, 1));
+
+    LmDateTimeN start(2000, 12, 31, 23, 59, 59, 999999999);
+    LmDateTimeN end = start;
+    end.AddNanoSeconds(1).AddHours(36);  // one nanosecond to the new year, then a day and a half
+    PrintLine("nanosecond date-time", start.PrintToLmString(out, nullptr));
+    PrintLine("plus 1 ns and 36 hours", mgr.PrintToLmString(LmDATIME_N_T, out, &end, nullptr, 1));
+    LmTimeSpan span = LmTimeSpan::Difference(start, end);
+    PrintLine("the span between them, \"%V\"", mgr.PrintToLmString(LmTIMESPAN_T, out, &span, nullptr, 1));
+    span.AddDays(45);  // spans count 30-day months
+    std::printf("  %-34s %d months, %d days, %d hours, %d ns; %lld s in all\n", "plus 45 days", span.month, span.day,
+                span.hour, span.nanoseconds, span.GetTotalSeconds());
+    unsigned char disk[11];
+    mgr.Store(LmTIMESPAN_T, disk, &span, LmFormatBig, 1);
+    PrintHex("span, big-endian", disk, sizeof disk);
+}
+
 }  // namespace
 
 int main() {
@@ -416,7 +442,7 @@ int main() {
     // big-endian image is not a big-endian 64-bit number.
     auto* int64s = static_cast<LmInt64*>(mgr.Create(LmINT64_T, 2));
     int64s[0] = LmInt64(-7) / LmInt64(2) * LmInt64(0x10000000000LL);  // -3 * 2^40
-    int64s[1] = LmInt64(12345678.0);                                   // seven digits: 12345680
+    int64s[1] = LmInt64(12345678.0);                                  // seven digits: 12345680
     Show(mgr, LmINT64_T, int64s, 2);
     LmString int64Text;
     int64s[0].PrintToLmString(int64Text, "%S = %x");  // the second conversion prints the rest, 0
@@ -433,6 +459,7 @@ int main() {
     TextRoad(mgr);
     IdentityRoad(mgr);
     DateRoad(mgr);
+    DateTimeRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");

@@ -8,6 +8,8 @@
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdate.h"
+#include "lmdatetime.h"
+#include "lmdatetimen.h"
 #include "lmdefs.h"
 #include "lmdtformat.h"
 #include "lmidentity.h"
