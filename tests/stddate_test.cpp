@@ -114,8 +114,9 @@ TEST_F(StdDate, CalendarSwitchLeapRuleAndWeekdays) {
     EXPECT_EQ(d_Date(1582, 10, 14) != d_Date(1582, 10, 15), 9);
     d_Date zero(0, 1, 1);
     EXPECT_EQ(Of(zero += d_Interval()), Fields(0, 1, 2));  // inexact before year 1
-    const std::tuple<short, unsigned short, int> lengths[] = {{1500, 2, 29}, {1700, 2, 28}, {2000, 2, 29}, {1900, 2, 28},
-                                                 {2023, 4, 30}, {2023, 12, 31}, {2023, 0, 0},  {2023, 13, 0}};
+    const std::tuple<short, unsigned short, int> lengths[] = {{1500, 2, 29}, {1700, 2, 28}, {2000, 2, 29},
+                                                              {1900, 2, 28}, {2023, 4, 30}, {2023, 12, 31},
+                                                              {2023, 0, 0},  {2023, 13, 0}};
     for (const auto& [y, m, n] : lengths) EXPECT_EQ(d_Date::days_in_month(y, m), n) << y << "-" << m;
     EXPECT_EQ(d_Date(1500, 2, 29).days_in_month(), 29);
     EXPECT_EQ(d_Date(2026, 11, 14).day_of_week(), 6);
@@ -130,7 +131,7 @@ TEST_F(StdDate, CalendarSwitchLeapRuleAndWeekdays) {
     EXPECT_EQ(Of(p--), Fields(2001, 3, 1));
     EXPECT_EQ(Of(p++), Fields(2001, 2, 28));
     EXPECT_EQ(Of(p), Fields(2001, 3, 1));
-    EXPECT_EQ(Of(d_Date(2001, 300, 77)), Fields(2001, 44, 77));  // fields cut to their bytes, unchecked
+    EXPECT_EQ(Of(d_Date(2001, 300, 77)), Fields(2001, 44, 77));    // fields cut to their bytes, unchecked
     EXPECT_EQ(Of(++d_Date(32767, 12, 31)), Fields(-32768, 1, 1));  // the year is cut to 16 bits
     EXPECT_EQ(std::make_tuple(d_Date(2001, 2, 3) < d_Date(2001, 2, 4), d_Date(2001, 2, 3) >= d_Date(2001, 2, 4),
                               d_Date(2001, 2, 3) == d_Date(2001, 2, 3)),
@@ -151,14 +152,23 @@ TEST_F(StdDate, TimeFieldsZonesAndOrder) {
     EXPECT_EQ(Of(d_Time(13, 0, 0.0f) + d_Interval()), TimeFields(2, 0, 17, 0, 0, 0));
     d_Time t(13, 0, 0.0f);
     EXPECT_EQ(Of(t += d_Interval()), TimeFields(2, 0, 15, 0, 0, 0));
-    EXPECT_EQ(Of(d_Time(-1)), TimeFields(2, 0, 25, 59, 59, 0));  // 23:59:59, the zone added
-    EXPECT_EQ(Of(d_Time(90000)), TimeFields(2, 0, 27, 0, 0, 0));  // a positive count is not reduced
+    EXPECT_EQ(Of(d_Time(-1)), TimeFields(2, 0, 25, 59, 59, 0));       // 23:59:59, the zone added
+    EXPECT_EQ(Of(d_Time(90000)), TimeFields(2, 0, 27, 0, 0, 0));      // a positive count is not reduced
     EXPECT_EQ(Of(d_Time(INT_MIN)), TimeFields(2, 0, 22, 45, 52, 0));  // 24856 days brought in: 20:45:52
     EXPECT_EQ(Of(d_Time(10, 30, 5.5f, -5, -30)), TimeFields(-5, -30, 5, 0, 5, 50));
     EXPECT_EQ(std::make_tuple(t.hour(), t.minute(), t.tz_hour()), std::make_tuple(13, 0, 2));
     t = LmTime(13, 5, 9);  // copied as they are: the zone is not added
     EXPECT_EQ(Of(t), TimeFields(2, 0, 13, 5, 9, 0));
     EXPECT_EQ(Of(d_Time(LmTime(13, 5, 9))), TimeFields(2, 0, 15, 5, 9, 0));
+    const LmDateTime when(2001, 2, 3, 13, 5, 9);  // the constructors add the zone, the assignments do not
+    d_Timestamp both;
+    both = when;
+    EXPECT_EQ(std::make_tuple(Of(d_Date(when)), Of(d_Time(when)), Of(both.date()), Of(both.time())),
+              std::make_tuple(Fields(2001, 2, 3), TimeFields(2, 0, 15, 5, 9, 0), Fields(2001, 2, 3),
+                              TimeFields(2, 0, 13, 5, 9, 0)));
+    d_Date fromDateTime(1, 1, 1);
+    EXPECT_EQ(Of(fromDateTime = when), Fields(2001, 2, 3));
+    EXPECT_EQ(Of(t = when), TimeFields(2, 0, 13, 5, 9, 0));
     d_Time::set_default_Time_Zone(static_cast<d_Time::Time_Zone>(0x1FD));  // read as its low byte
     EXPECT_EQ(d_Time::default_Time_Zone(), d_Time::GMT_3);
     bksPinTimeZone(-330);  // -5:30: -19800 seconds, whole hours truncated
@@ -170,14 +180,15 @@ TEST_F(StdDate, TimeFieldsZonesAndOrder) {
     EXPECT_EQ(Of(d_Time::current()), TimeFields(-5, 0, -4, 46, 40, 0));  // 01:46:40 UTC, local zone 0 now
     // The order: hours, minutes with the zone off, then the truncated difference of the seconds.
     const std::tuple<d_Time, d_Time, int> order[] = {
-        {Raw(0, 0, 13, 0, 0, 10), Raw(0, 0, 13, 0, 0, 90), 0},    {Raw(0, 0, 13, 0, 1, 0), Raw(0, 0, 13, 0, 0, 1), 0},
-        {Raw(0, 0, 13, 0, 2, 0), Raw(0, 0, 13, 0, 0, 50), 1},     {Raw(2, 0, 15, 0, 0, 0), Raw(0, 0, 14, 0, 0, 0), -1},
-        {Raw(0, 30, 13, 50, 0, 0), Raw(0, 0, 13, 0, 0, 0), 20},  {Raw(3, 0, 1, 0, 0, 0), Raw(0, 0, 1, 0, 0, 0), 65533},
+        {Raw(0, 0, 13, 0, 0, 10), Raw(0, 0, 13, 0, 0, 90), 0},  {Raw(0, 0, 13, 0, 1, 0), Raw(0, 0, 13, 0, 0, 1), 0},
+        {Raw(0, 0, 13, 0, 2, 0), Raw(0, 0, 13, 0, 0, 50), 1},   {Raw(2, 0, 15, 0, 0, 0), Raw(0, 0, 14, 0, 0, 0), -1},
+        {Raw(0, 30, 13, 50, 0, 0), Raw(0, 0, 13, 0, 0, 0), 20}, {Raw(3, 0, 1, 0, 0, 0), Raw(0, 0, 1, 0, 0, 0), 65533},
     };
     for (const auto& [a, b, r] : order) EXPECT_EQ(a != b, r) << ::testing::PrintToString(Of(a));
-    EXPECT_EQ(std::make_tuple(Raw(0, 0, 1, 0, 0, 0) < Raw(0, 0, 2, 0, 0, 0), Raw(0, 0, 1, 0, 0, 10) <= Raw(0, 0, 1, 0, 0, 0),
-                              Raw(0, 0, 1, 0, 0, 10) == Raw(0, 0, 1, 0, 0, 0)),
-              std::make_tuple(1, 1, 1));
+    EXPECT_EQ(
+        std::make_tuple(Raw(0, 0, 1, 0, 0, 0) < Raw(0, 0, 2, 0, 0, 0), Raw(0, 0, 1, 0, 0, 10) <= Raw(0, 0, 1, 0, 0, 0),
+                        Raw(0, 0, 1, 0, 0, 10) == Raw(0, 0, 1, 0, 0, 0)),
+        std::make_tuple(1, 1, 1));
 }
 
 TEST_F(StdDate, TimeArithmetic) {
@@ -224,7 +235,8 @@ TEST_F(StdDate, Intervals) {
 
 TEST_F(StdDate, TimestampArithmetic) {
     const auto stamp = [](int y, int mo, int d, const d_Time& t) {
-        return d_Timestamp(d_Date(static_cast<short>(y), static_cast<unsigned short>(mo), static_cast<unsigned short>(d)), t);
+        return d_Timestamp(
+            d_Date(static_cast<short>(y), static_cast<unsigned short>(mo), static_cast<unsigned short>(d)), t);
     };
     const auto of = [](const d_Timestamp& s) { return std::make_tuple(Of(s.date()), Of(s.time())); };
     const std::tuple<d_Timestamp, d_Interval, Fields, TimeFields> moves[] = {
@@ -248,8 +260,9 @@ TEST_F(StdDate, TimestampArithmetic) {
     const d_Timestamp a = stamp(2001, 3, 1, Raw(0, 0, 10, 0, 0, 0)), b = stamp(2001, 3, 1, Raw(0, 0, 10, 0, 0, 50));
     EXPECT_EQ(std::make_tuple(a != b, a == b, a < b, a <= b, a >= b, a <= a, a >= a),
               std::make_tuple(0, 1, 0, 0, 0, 1, 1));
-    EXPECT_EQ(std::make_tuple(stamp(2001, 3, 2, Raw(0, 0, 0, 0, 0, 0)) != a, stamp(2001, 3, 1, Raw(0, 0, 9, 0, 0, 0)) != a),
-              std::make_tuple(1, -1));
+    EXPECT_EQ(
+        std::make_tuple(stamp(2001, 3, 2, Raw(0, 0, 0, 0, 0, 0)) != a, stamp(2001, 3, 1, Raw(0, 0, 9, 0, 0, 0)) != a),
+        std::make_tuple(1, -1));
     d_Timestamp c = a;
     c = d_Date(2002, 1, 1);
     EXPECT_EQ(of(c), std::make_tuple(Fields(2002, 1, 1), Of(a.time())));
@@ -374,9 +387,9 @@ TEST_F(StdDate, ComparisonsAndHashes) {
     unsigned char big[10];
     int status = 0;
     const std::tuple<char, const void*, unsigned, unsigned> hashes[] = {
-        {D_DATE_T, &date, 1408025927u, 1408025927u},    // 0x07D10203
-        {D_TIME_T, &time, 1235339561u, 1657504919u},    // 0x0D1E002D in memory, the chain 0x20EC93 on disk
-        {D_TIMESTAMP_T, &stamp, 174190998u, 739406672u},  // the date word XOR the time word
+        {D_DATE_T, &date, 1408025927u, 1408025927u},          // 0x07D10203
+        {D_TIME_T, &time, 1235339561u, 1657504919u},          // 0x0D1E002D in memory, the chain 0x20EC93 on disk
+        {D_TIMESTAMP_T, &stamp, 174190998u, 739406672u},      // the date word XOR the time word
         {D_INTERVAL_T, &interval, 2764046336u, 2764046336u},  // the bits 0x3FC00000
     };
     for (const auto& [id, value, memory, disk] : hashes) {

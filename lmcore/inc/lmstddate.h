@@ -18,6 +18,7 @@
 #include "lmdefs.h"
 
 class LmDate;
+class LmDateTime;
 class LmTime;
 class d_Date;
 class d_Time;
@@ -111,10 +112,12 @@ public:
     d_Date(short year, unsigned short dayOfYear) noexcept;
     // The three fields copied.
     d_Date(const LmDate& date) noexcept;
+    d_Date(const LmDateTime& dateTime) noexcept;
     d_Date(const d_Timestamp& stamp) noexcept;
     d_Date(const d_Date&) = default;
     d_Date& operator=(const d_Date&) = default;
     d_Date& operator=(const LmDate& date) noexcept;
+    d_Date& operator=(const LmDateTime& dateTime) noexcept;
     d_Date& operator=(const d_Timestamp& stamp) noexcept;
 
     static d_Date current();
@@ -216,6 +219,7 @@ public:
     d_Time();
     // The same with the given hour, minute and second.
     d_Time(const LmTime& time) noexcept;
+    d_Time(const LmDateTime& dateTime) noexcept;
     // The six bytes of the time part.
     d_Time(const d_Timestamp& stamp) noexcept;
     // In the default zone: hour is zone + h, second the truncated s, hundredth the
@@ -230,6 +234,7 @@ public:
     // Unlike the constructor the zone is not added: the fields are copied as they are,
     // into the default zone, hundredth 0.
     d_Time& operator=(const LmTime& time) noexcept;
+    d_Time& operator=(const LmDateTime& dateTime) noexcept;
     d_Time& operator=(const d_Timestamp& stamp) noexcept;
 
     static d_Time current();
@@ -292,6 +297,8 @@ public:
     d_Timestamp& operator=(const d_Timestamp&) = default;
     // The date part alone.
     d_Timestamp& operator=(const d_Date& date) noexcept;
+    // The date, and the time as d_Time::operator=(const LmTime&) takes it.
+    d_Timestamp& operator=(const LmDateTime& dateTime) noexcept;
 
     static d_Timestamp current();
 
@@ -334,8 +341,7 @@ LM_EXPORT d_Timestamp operator-(const d_Timestamp& stamp, const d_Interval& inte
 // with the other pair.
 LM_EXPORT int overlaps(const d_Date& a, const d_Date& b, const d_Date& c, const d_Date& d) noexcept;
 LM_EXPORT int overlaps(const d_Time& a, const d_Time& b, const d_Time& c, const d_Time& d) noexcept;
-LM_EXPORT int overlaps(const d_Timestamp& a, const d_Timestamp& b, const d_Timestamp& c,
-                       const d_Timestamp& d) noexcept;
+LM_EXPORT int overlaps(const d_Timestamp& a, const d_Timestamp& b, const d_Timestamp& c, const d_Timestamp& d) noexcept;
 LM_EXPORT int overlaps(const d_Date& a, const d_Date& b, const d_Timestamp& c, const d_Timestamp& d) noexcept;
 LM_EXPORT int overlaps(const d_Time& a, const d_Time& b, const d_Timestamp& c, const d_Timestamp& d) noexcept;
 LM_EXPORT int overlaps(const d_Timestamp& a, const d_Timestamp& b, const d_Date& c, const d_Date& d) noexcept;

@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "dtcommon.h"
-#include "lmdtformat.h"
+#include "lmdatetime.h"
 #include "lmstddate.h"
 #include "lmstring.h"
 
@@ -66,27 +66,22 @@ inline void SplitTime(const d_Interval& t, d_Time::Fields& f) noexcept {
     SplitSeconds(t.second(), f.second, f.hundredth);
 }
 
-// The record of the format engines, as an LmDateTime of these fields widens to it:
-// nanoseconds 0, every field cut to its byte.
-inline LmDateTimeNRecord Widened(int year, int month, int day, int hour, int minute, int second) noexcept {
-    return LmDateTimeNRecord{static_cast<int16_t>(year),
-                             Byte(month),
-                             Byte(day),
-                             Byte(hour),
-                             Byte(minute),
-                             Byte(second),
-                             0};
+// The LmDateTime a value of the family is printed as, each field cut to its byte.
+inline LmDateTime Widened(int year, int month, int day, int hour, int minute, int second) noexcept {
+    return LmDateTime(static_cast<short>(year), Byte(month), Byte(day), Byte(hour), Byte(minute), Byte(second));
 }
 
-// The time part of a d_Time as it is printed: hour and minute without the zone, the
-// truncated seconds.
-inline LmDateTimeNRecord WidenedTime(const d_Date::Fields& date, const d_Time& time) noexcept {
+// A date and the time of a d_Time as they are printed: hour and minute without the
+// zone, the truncated seconds.
+inline LmDateTime WidenedTime(const d_Date::Fields& date, const d_Time& time) noexcept {
     return Widened(date.year, date.month, date.day, time.fields.hour - time.fields.tz_hour,
                    time.fields.minute - time.fields.tz_minute, TruncToInt(time.second()));
 }
 
 // hundredth / 100.0 + second, as the float read of d_Time gives it.
-inline float Seconds(int8_t second, int8_t hundredth) noexcept { return static_cast<float>(hundredth / 100.0 + second); }
+inline float Seconds(int8_t second, int8_t hundredth) noexcept {
+    return static_cast<float>(hundredth / 100.0 + second);
+}
 
 // The hash word of a stored or held time. Memory form, from the reads: (hour << 24)
 // + the seconds truncated to 16 bits + (minute << 16). A disk form is a chain over its
@@ -125,11 +120,11 @@ inline int SignedBytesOrder(const unsigned char* a, const unsigned char* b, unsi
     return 0;
 }
 
-// Reads text under format as the LmDateTime scan wrapper does: the fields read so far
-// stand in the record also when the text ends early, which answers false.
-inline bool ScanRecord(LmString& text, const char* format, LmDateTimeNRecord& record) {
-    record = LmDateTimeNRecord{};
-    return DateTimeScanEngine(&record, text, format, 1) != nullptr;
+// Reads text under format into an LmDateTime by its own scan: the fields read so far
+// stand also when the text ends early, which answers false.
+inline bool ScanDateTime(LmString& text, const char* format, LmDateTime& value) {
+    value = LmDateTime(0, 0, 0, 0, 0, 0);
+    return value.ScanFromLmString(text, format) != nullptr;
 }
 
 }  // namespace lmstd

@@ -16,6 +16,7 @@
 #include "dthandlers.h"
 #include "lmbounds.h"
 #include "lmdate.h"
+#include "lmdatetime.h"
 #include "scalarread.h"
 #include "stdcommon.h"
 
@@ -69,12 +70,15 @@ d_Date::d_Date(short year, unsigned short dayOfYear) noexcept : fields{year, 1, 
 }
 
 d_Date::d_Date(const LmDate& date) noexcept { *this = date; }
+d_Date::d_Date(const LmDateTime& dateTime) noexcept { *this = static_cast<const LmDate&>(dateTime); }
 d_Date::d_Date(const d_Timestamp& stamp) noexcept : fields(stamp.date_part.fields) {}
 
 d_Date& d_Date::operator=(const LmDate& date) noexcept {
     fields = {date.year, static_cast<uint8_t>(date.month), static_cast<uint8_t>(date.day)};
     return *this;
 }
+
+d_Date& d_Date::operator=(const LmDateTime& dateTime) noexcept { return *this = static_cast<const LmDate&>(dateTime); }
 
 d_Date& d_Date::operator=(const d_Timestamp& stamp) noexcept {
     fields = stamp.date_part.fields;
@@ -245,14 +249,16 @@ void* DateConvertFrom(LmTypeConvertData* data, unsigned count) {
 // Printed as an LmDateTime of the date at midnight.
 LmString& DatePrintToString(LmString& out, void* value, const char* format, unsigned) {
     const auto d = Read<d_Date>(value);
-    return DateTimePrintEngine(out, lmstd::Widened(d.fields.year, d.fields.month, d.fields.day, 0, 0, 0), format, 1);
+    return lmstd::Widened(d.fields.year, d.fields.month, d.fields.day, 0, 0, 0).PrintToLmString(out, format);
 }
 
 void* DateScanFromString(void* value, LmString& text, const char* format, unsigned) {
     if (value == nullptr) return nullptr;
-    LmDateTimeNRecord r;
-    const bool ok = lmstd::ScanRecord(text, format, r);
-    Write(value, d_Date(r.year, static_cast<uint8_t>(r.month), static_cast<uint8_t>(r.day)));
+    LmDateTime read(0, 0, 0, 0, 0, 0);
+    const bool ok = lmstd::ScanDateTime(text, format, read);
+    d_Date date(0, 0, 0);
+    date = read;
+    Write(value, date);
     return ok ? value : nullptr;
 }
 
@@ -286,13 +292,12 @@ int DateGetValue(void* value, unsigned, unsigned char format, unsigned char mode
 }  // namespace
 
 // Memory form (a format byte of exactly 8): the day difference. Disk forms: -1, 0, 1.
-int d_DateCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
-                  unsigned short option, unsigned count, int& status) {
+int d_DateCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short option,
+                  unsigned count, int& status) {
     if (format == LmFormatMemory) {
-        return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
-                                     [](const unsigned char* a, const unsigned char* b) {
-                                         return Read<d_Date>(a) != Read<d_Date>(b);
-                                     });
+        return lmscalar::CompareLoop(
+            kWidth, len1, value1, len2, value2, count, status,
+            [](const unsigned char* a, const unsigned char* b) { return Read<d_Date>(a) != Read<d_Date>(b); });
     }
     return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
                                  [format, option](const unsigned char* a, const unsigned char* b) {

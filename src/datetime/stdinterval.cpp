@@ -67,8 +67,8 @@ unsigned IntervalSizeGetFromMemFile(MemFile*, unsigned char format, unsigned cou
     return FloatSizeGet(nullptr, 8, static_cast<unsigned char>(format & 15), count);
 }
 
-unsigned IntervalTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src,
-                           unsigned char srcFormat, unsigned srcLen, unsigned count) {
+unsigned IntervalTranslate(void* dest, unsigned char destFormat, unsigned destLen, void* src, unsigned char srcFormat,
+                           unsigned srcLen, unsigned count) {
     return TranslateByForm<kWidth, FloatStore, FloatStore>(
         dest, destFormat, destLen, src, srcFormat, srcLen, count,
         [](void* d, const void* s, unsigned n) { Assignment<d_Interval>(d, const_cast<void*>(s), n, 0); });
@@ -102,16 +102,15 @@ void* IntervalConvertFrom(LmTypeConvertData* data, unsigned count) {
 // Printed as an LmDateTime of year 0, month 1 and the reads: the days cut to a byte.
 LmString& IntervalPrintToString(LmString& out, void* value, const char* format, unsigned) {
     const auto v = Read<d_Interval>(value);
-    return DateTimePrintEngine(
-        out, lmstd::Widened(0, 1, v.day(), v.hour(), v.minute(), TruncToInt(v.second())), format, 1);
+    return lmstd::Widened(0, 1, v.day(), v.hour(), v.minute(), TruncToInt(v.second())).PrintToLmString(out, format);
 }
 
 // A new interval of the day, hour, minute and second read.
 void* IntervalScanFromString(void* value, LmString& text, const char* format, unsigned) {
     if (value == nullptr) return nullptr;
-    LmDateTimeNRecord r;
-    const bool ok = lmstd::ScanRecord(text, format, r);
-    Write(value, d_Interval(r.day, r.hour, r.minute, static_cast<float>(r.second)));
+    LmDateTime read(0, 0, 0, 0, 0, 0);
+    const bool ok = lmstd::ScanDateTime(text, format, read);
+    Write(value, d_Interval(read.day, read.hour, read.minute, static_cast<float>(read.second)));
     return ok ? value : nullptr;
 }
 

@@ -12,6 +12,7 @@
 
 #include "dthandlers.h"
 #include "lmbounds.h"
+#include "lmdatetime.h"
 #include "lmtime.h"
 #include "scalarread.h"
 #include "stdcommon.h"
@@ -62,6 +63,8 @@ d_Time::d_Time() {
 
 d_Time::d_Time(const LmTime& time) noexcept : fields(InDefaultZone(time.hour, time.minute, time.second)) {}
 
+d_Time::d_Time(const LmDateTime& dateTime) noexcept : d_Time(static_cast<const LmTime&>(dateTime)) {}
+
 d_Time::d_Time(const d_Timestamp& stamp) noexcept : fields(stamp.time_part.fields) {}
 
 d_Time::d_Time(unsigned short h, unsigned short m, float s) noexcept : fields(InDefaultZone(h, m, 0)) {
@@ -87,6 +90,8 @@ d_Time& d_Time::operator=(const LmTime& time) noexcept {
     fields.hour = time.hour;
     return *this;
 }
+
+d_Time& d_Time::operator=(const LmDateTime& dateTime) noexcept { return *this = static_cast<const LmTime&>(dateTime); }
 
 d_Time& d_Time::operator=(const d_Timestamp& stamp) noexcept {
     fields = stamp.time_part.fields;
@@ -200,16 +205,16 @@ void* TimeConvertFrom(LmTypeConvertData* data, unsigned count) {
 
 // Printed as an LmDateTime of 0000-01-01 and the time without its zone.
 LmString& TimePrintToString(LmString& out, void* value, const char* format, unsigned) {
-    return DateTimePrintEngine(out, lmstd::WidenedTime({0, 1, 1}, Read<d_Time>(value)), format, 1);
+    return lmstd::WidenedTime({0, 1, 1}, Read<d_Time>(value)).PrintToLmString(out, format);
 }
 
 // The time part of what was read, into the default zone without adding it.
 void* TimeScanFromString(void* value, LmString& text, const char* format, unsigned) {
     if (value == nullptr) return nullptr;
-    LmDateTimeNRecord r;
-    const bool ok = lmstd::ScanRecord(text, format, r);
+    LmDateTime read(0, 0, 0, 0, 0, 0);
+    const bool ok = lmstd::ScanDateTime(text, format, read);
     d_Time t = Read<d_Time>(value);
-    t = LmTime(r.hour, r.minute, r.second);
+    t = static_cast<const LmTime&>(read);
     Write(value, t);
     return ok ? value : nullptr;
 }
@@ -245,13 +250,12 @@ int TimeGetValue(void* value, unsigned, unsigned char format, unsigned char mode
 
 // Memory form (a format byte of exactly 8): operator!=. Disk forms: the six bytes as
 // signed bytes, -1, 0 or 1.
-int d_TimeCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
-                  unsigned short, unsigned count, int& status) {
+int d_TimeCompare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned short,
+                  unsigned count, int& status) {
     if (format == LmFormatMemory) {
-        return lmscalar::CompareLoop(kWidth, len1, value1, len2, value2, count, status,
-                                     [](const unsigned char* a, const unsigned char* b) {
-                                         return Read<d_Time>(a) != Read<d_Time>(b);
-                                     });
+        return lmscalar::CompareLoop(
+            kWidth, len1, value1, len2, value2, count, status,
+            [](const unsigned char* a, const unsigned char* b) { return Read<d_Time>(a) != Read<d_Time>(b); });
     }
     return lmscalar::CompareLoop(
         kWidth, len1, value1, len2, value2, count, status,

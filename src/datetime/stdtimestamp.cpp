@@ -7,6 +7,7 @@
 
 #include "dthandlers.h"
 #include "lmbounds.h"
+#include "lmdatetime.h"
 #include "lmtime.h"
 #include "scalarread.h"
 #include "stdcommon.h"
@@ -16,6 +17,12 @@ using lmstd::Wrap;
 
 d_Timestamp& d_Timestamp::operator=(const d_Date& date) noexcept {
     date_part = date;
+    return *this;
+}
+
+d_Timestamp& d_Timestamp::operator=(const LmDateTime& dateTime) noexcept {
+    date_part = dateTime;
+    time_part = static_cast<const LmTime&>(dateTime);
     return *this;
 }
 
@@ -143,17 +150,16 @@ void* StampConvertFrom(LmTypeConvertData* data, unsigned count) {
 
 LmString& StampPrintToString(LmString& out, void* value, const char* format, unsigned) {
     const auto v = Read<d_Timestamp>(value);
-    return DateTimePrintEngine(out, lmstd::WidenedTime(v.date_part.fields, v.time_part), format, 1);
+    return lmstd::WidenedTime(v.date_part.fields, v.time_part).PrintToLmString(out, format);
 }
 
 // The date as read, the time part into the default zone without adding it.
 void* StampScanFromString(void* value, LmString& text, const char* format, unsigned) {
     if (value == nullptr) return nullptr;
-    LmDateTimeNRecord r;
-    const bool ok = lmstd::ScanRecord(text, format, r);
+    LmDateTime read(0, 0, 0, 0, 0, 0);
+    const bool ok = lmstd::ScanDateTime(text, format, read);
     auto v = Read<d_Timestamp>(value);
-    v.date_part = d_Date(r.year, static_cast<uint8_t>(r.month), static_cast<uint8_t>(r.day));
-    v.time_part = LmTime(r.hour, r.minute, r.second);
+    v = read;
     Write(value, v);
     return ok ? value : nullptr;
 }
