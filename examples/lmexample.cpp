@@ -413,6 +413,44 @@ void DateTimeRoad(LmTypeMgr& mgr) {
     PrintHex("span, big-endian", disk, sizeof disk);
 }
 
+// The standard family: a d_Date across the calendar switch (Julian up to 1582-10-04,
+// Gregorian from 1582-10-15), where LmDate counts the proleptic Gregorian calendar;
+// a d_Time in a zone of its own; a time stamp moved by an interval; overlaps.
+void StandardRoad(LmTypeMgr& mgr) {
+    std::printf("\nThe standard date and time family\n");
+    LmString out;
+    d_Date eve(1582, 10, 4);
+    const d_Date next = eve + d_Interval(1);  // ten days of the calendar do not exist
+    // The format engine names the weekday by LmDate's calendar; day_of_week is the family's own.
+    PrintLine("1582-10-04, exchange format", mgr.PrintToLmString(D_DATE_T, out, &eve, nullptr, 1));
+    std::printf("  %-34s %d (0 is Sunday)\n", "its own day_of_week", eve.day_of_week());
+    PrintLine("plus one day", mgr.PrintToLmString(D_DATE_T, out, const_cast<d_Date*>(&next), "%Y-%m-%d %A", 1));
+    std::printf("  %-34s %d days apart; LmDate counts %d\n", "1582-10-15 and 1582-10-04", next != eve,
+                LmDate(1582, 10, 15) - LmDate(1582, 10, 4));
+    std::printf("  %-34s %d and %d (Julian, Gregorian)\n", "days in February 1500, 1700", d_Date::days_in_month(1500, 2),
+                d_Date::days_in_month(1700, 2));
+    LmTypeConvertData* jdn = mgr.ConvertTo(D_DATE_T, &eve, 1);
+    PrintLine("as text: its Julian Day Number", *jdn->GetString(0));
+    delete jdn;
+
+    d_Time::set_default_Time_Zone(d_Time::GMT2);
+    d_Time time(13, 0, 0.0f);  // holds 15 in its hour field: the zone is added
+    std::printf("  %-34s hour field %d, zone %d, read as %u\n", "13:00 in zone +2", time.fields.hour, time.tz_hour(),
+                time.hour());
+    PrintLine("printed without the zone", mgr.PrintToLmString(D_TIME_T, out, &time, nullptr, 1));
+    d_Timestamp stamp(d_Date(2000, 2, 28), time);
+    stamp += d_Interval(0, 12, 30, 0.0f);  // past midnight into the leap day
+    PrintLine("time stamp plus 12:30", mgr.PrintToLmString(D_TIMESTAMP_T, out, &stamp, "%Y-%m-%d %H:%M", 1));
+    unsigned char disk[10];
+    mgr.Store(D_TIMESTAMP_T, disk, &stamp, LmFormatBig, 1);
+    PrintHex("big-endian", disk, sizeof disk);
+    d_Time::set_default_Time_Zone(d_Time::GMT);
+
+    const d_Date a(2001, 1, 1), b(2001, 1, 5), c(2001, 1, 9), d(2000, 12, 31);
+    std::printf("  %-34s %d; reversed range (01-09, 12-31): %d\n", "overlaps 01-01..01-05, 01-05..01-09",
+                overlaps(a, b, b, c), overlaps(a, b, c, d));
+}
+
 }  // namespace
 
 int main() {
@@ -460,6 +498,7 @@ int main() {
     IdentityRoad(mgr);
     DateRoad(mgr);
     DateTimeRoad(mgr);
+    StandardRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");
