@@ -427,8 +427,8 @@ void StandardRoad(LmTypeMgr& mgr) {
     PrintLine("plus one day", mgr.PrintToLmString(D_DATE_T, out, const_cast<d_Date*>(&next), "%Y-%m-%d %A", 1));
     std::printf("  %-34s %d days apart; LmDate counts %d\n", "1582-10-15 and 1582-10-04", next != eve,
                 LmDate(1582, 10, 15) - LmDate(1582, 10, 4));
-    std::printf("  %-34s %d and %d (Julian, Gregorian)\n", "days in February 1500, 1700", d_Date::days_in_month(1500, 2),
-                d_Date::days_in_month(1700, 2));
+    std::printf("  %-34s %d and %d (Julian, Gregorian)\n", "days in February 1500, 1700",
+                d_Date::days_in_month(1500, 2), d_Date::days_in_month(1700, 2));
     LmTypeConvertData* jdn = mgr.ConvertTo(D_DATE_T, &eve, 1);
     PrintLine("as text: its Julian Day Number", *jdn->GetString(0));
     delete jdn;
