@@ -226,6 +226,11 @@ TEST_F(StdDate, Intervals) {
     const d_Interval nan = d_Interval::FromSeconds(NAN);  // cut as -2147483648: no undefined conversion
     EXPECT_EQ(std::make_tuple(nan.day(), nan.hour(), nan.minute()), std::make_tuple(-24855, -3, -14));
     EXPECT_TRUE(std::isnan(nan.second()));
+    // The last float below 2^31 still fits; 2^31 and -2^31 - 256 do not.
+    EXPECT_EQ(
+        std::make_tuple(d_Interval::FromSeconds(2147483520.0f).day(), d_Interval::FromSeconds(2147483648.0f).day(),
+                        d_Interval::FromSeconds(-2147483648.0f).hour(), d_Interval::FromSeconds(-2147483904.0f).day()),
+        std::make_tuple(24855, -24855, -3, -24855));
     const d_Interval h(0, 1, 0, 0.0f);
     EXPECT_EQ(std::make_tuple((h * 3).total_seconds(), (2 * h).total_seconds(), (h / 4).total_seconds(),
                               (h / 0).total_seconds(), (-h).total_seconds(), (h - h).is_zero()),
@@ -432,12 +437,12 @@ TEST_F(StdDate, TextConversionsDefaultsAndSteps) {
     // Conversions: the Julian Day Number, seconds of the day without the zone, days in.
     const d_Date dates[4] = {d_Date(2000, 1, 1), d_Date(1, 1, 1), d_Date(1582, 10, 4), d_Date(1, 1, 1)};
     const d_Timestamp both(d_Date(2000, 1, 1), Raw(2, 0, 15, 30, 45, 0));
-    const d_Interval longer = d_Interval::FromSeconds(90061.9f);
+    const d_Interval longer[2] = {d_Interval::FromSeconds(90061.9f), d_Interval::FromSeconds(-0.5f)};
     const std::tuple<char, const void*, unsigned, std::vector<const char*>> to[] = {
         {D_DATE_T, dates, 2, {"2451545", "2299160"}},  // 8 bytes apart: every second value
         {D_TIME_T, &both.time_part, 1, {"48645"}},
         {D_TIMESTAMP_T, &both, 1, {"2451545:48645"}},
-        {D_INTERVAL_T, &longer, 1, {"90061"}},
+        {D_INTERVAL_T, longer, 2, {"90061", "0"}},
     };
     for (const auto& [id, value, count, texts] : to) {
         LmTypeConvertData* data = mgr.ConvertTo(id, const_cast<void*>(value), count);
