@@ -5,7 +5,7 @@
 // pattern. Then values as text by type id, conversions, nulls, key stepping and the
 // multi-byte form. Then an object reference and a blob through store, load and print.
 // Last, a date and a time: scanned and printed by type id, stored, compared with a
-// wildcard.
+// wildcard; a date-time carried over midnight, a nanosecond date-time and a span.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -387,6 +387,70 @@ void DateRoad(LmTypeMgr& mgr) {
     mgr.Delete(LmTIME_T, time, 1);
 }
 
+// A date-time carried over midnight into the next day, a nanosecond date-time and a
+// span: the span between two moments, stored big-endian and printed by type id.
+void DateTimeRoad(LmTypeMgr& mgr) {
+    std::printf("\nDate-times and spans\n");
+    LmString out;
+    LmDateTime late(2000, 2, 28, 23, 59, 50);
+    PrintLine("date-time", late.PrintToLmString(out, nullptr));
+    late.AddSeconds(20);  // past midnight: the date moves to the leap day
+    PrintLine("plus 20 seconds", late.PrintToLmString(out, nullptr));
+    PrintLine("the same, exchange format", mgr.PrintToLmString(LmDATIME_T, out, &late, nullptr, 1));
+
+    LmDateTimeN start(2000, 12, 31, 23, 59, 59, 999999999);
+    LmDateTimeN end = start;
+    end.AddNanoSeconds(1).AddHours(36);  // one nanosecond to the new year, then a day and a half
+    PrintLine("nanosecond date-time", start.PrintToLmString(out, nullptr));
+    PrintLine("plus 1 ns and 36 hours", mgr.PrintToLmString(LmDATIME_N_T, out, &end, nullptr, 1));
+    LmTimeSpan span = LmTimeSpan::Difference(start, end);
+    PrintLine("the span between them, \"%V\"", mgr.PrintToLmString(LmTIMESPAN_T, out, &span, nullptr, 1));
+    span.AddDays(45);  // spans count 30-day months
+    std::printf("  %-34s %d months, %d days, %d hours, %d ns; %lld s in all\n", "plus 45 days", span.month, span.day,
+                span.hour, span.nanoseconds, span.GetTotalSeconds());
+    unsigned char disk[11];
+    mgr.Store(LmTIMESPAN_T, disk, &span, LmFormatBig, 1);
+    PrintHex("span, big-endian", disk, sizeof disk);
+}
+
+// The standard family: a d_Date across the calendar switch (Julian up to 1582-10-04,
+// Gregorian from 1582-10-15), where LmDate counts the proleptic Gregorian calendar;
+// a d_Time in a zone of its own; a time stamp moved by an interval; overlaps.
+void StandardRoad(LmTypeMgr& mgr) {
+    std::printf("\nThe standard date and time family\n");
+    LmString out;
+    d_Date eve(1582, 10, 4);
+    const d_Date next = eve + d_Interval(1);  // ten days of the calendar do not exist
+    // The format engine names the weekday by LmDate's calendar; day_of_week is the family's own.
+    PrintLine("1582-10-04, exchange format", mgr.PrintToLmString(D_DATE_T, out, &eve, nullptr, 1));
+    std::printf("  %-34s %d (0 is Sunday)\n", "its own day_of_week", eve.day_of_week());
+    PrintLine("plus one day", mgr.PrintToLmString(D_DATE_T, out, const_cast<d_Date*>(&next), "%Y-%m-%d %A", 1));
+    std::printf("  %-34s %d days apart; LmDate counts %d\n", "1582-10-15 and 1582-10-04", next != eve,
+                LmDate(1582, 10, 15) - LmDate(1582, 10, 4));
+    std::printf("  %-34s %d and %d (Julian, Gregorian)\n", "days in February 1500, 1700",
+                d_Date::days_in_month(1500, 2), d_Date::days_in_month(1700, 2));
+    LmTypeConvertData* jdn = mgr.ConvertTo(D_DATE_T, &eve, 1);
+    PrintLine("as text: its Julian Day Number", *jdn->GetString(0));
+    delete jdn;
+
+    d_Time::set_default_Time_Zone(d_Time::GMT2);
+    d_Time time(13, 0, 0.0f);  // holds 15 in its hour field: the zone is added
+    std::printf("  %-34s hour field %d, zone %d, read as %u\n", "13:00 in zone +2", time.fields.hour, time.tz_hour(),
+                time.hour());
+    PrintLine("printed without the zone", mgr.PrintToLmString(D_TIME_T, out, &time, nullptr, 1));
+    d_Timestamp stamp(d_Date(2000, 2, 28), time);
+    stamp += d_Interval(0, 12, 30, 0.0f);  // past midnight into the leap day
+    PrintLine("time stamp plus 12:30", mgr.PrintToLmString(D_TIMESTAMP_T, out, &stamp, "%Y-%m-%d %H:%M", 1));
+    unsigned char disk[10];
+    mgr.Store(D_TIMESTAMP_T, disk, &stamp, LmFormatBig, 1);
+    PrintHex("big-endian", disk, sizeof disk);
+    d_Time::set_default_Time_Zone(d_Time::GMT);
+
+    const d_Date a(2001, 1, 1), b(2001, 1, 5), c(2001, 1, 9), d(2000, 12, 31);
+    std::printf("  %-34s %d; reversed range (01-09, 12-31): %d\n", "overlaps 01-01..01-05, 01-05..01-09",
+                overlaps(a, b, b, c), overlaps(a, b, c, d));
+}
+
 }  // namespace
 
 int main() {
@@ -416,7 +480,7 @@ int main() {
     // big-endian image is not a big-endian 64-bit number.
     auto* int64s = static_cast<LmInt64*>(mgr.Create(LmINT64_T, 2));
     int64s[0] = LmInt64(-7) / LmInt64(2) * LmInt64(0x10000000000LL);  // -3 * 2^40
-    int64s[1] = LmInt64(12345678.0);                                   // seven digits: 12345680
+    int64s[1] = LmInt64(12345678.0);                                  // seven digits: 12345680
     Show(mgr, LmINT64_T, int64s, 2);
     LmString int64Text;
     int64s[0].PrintToLmString(int64Text, "%S = %x");  // the second conversion prints the rest, 0
@@ -433,6 +497,8 @@ int main() {
     TextRoad(mgr);
     IdentityRoad(mgr);
     DateRoad(mgr);
+    DateTimeRoad(mgr);
+    StandardRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");

@@ -237,7 +237,7 @@ SEEDS = {
         "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
         + b"\0\0\0\0",
     },
-    # id index (0-10, 14, 26, 42, 43, 27, 39), format index (1, 2, 8, 0, 0x81, 0x82), count,
+    # id index (0-10, 14, 26, 42, 43, 27, 39, 19, 40, 41, 22-25), format index (1, 2, 8, 0, 0x81, 0x82), count,
     # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
     # left size, left, right
     "fuzz_fixed_values": {
@@ -264,6 +264,35 @@ SEEDS = {
         + bytes.fromhex("8000000000"),
         "seal_memory": bytes([16, 2, 2, 0]) + struct.pack("<HH", 0, 12) + struct.pack("<6H", 1, 2, 3, 4, 5, 6)
         + struct.pack("<6H", 1, 2, 3, 4, 5, 7),
+        "d_date_le_wild": bytes([20, 0, 2, 0]) + struct.pack("<HH", 0, 8) + bytes.fromhex("d1070203d1070204")
+        + bytes.fromhex("ffff0203d107ff04"),
+        "d_date_memory_cut": bytes([20, 2, 3, 1]) + struct.pack("<HH", 0, 8) + struct.pack("<hBBhBB", -32768, 0, 0,
+                                                                                               32767, 12, 31)
+        + struct.pack("<hBB", 1582, 10, 4),
+        "d_time_be": bytes([21, 1, 3, 4]) + struct.pack("<HH", 0x10, 18) + bytes([2, 0, 15, 5, 9, 99]) * 3
+        + bytes([0x80, 0, 23, 59, 59, 99, 1, 2]),
+        "d_timestamp_le": bytes([22, 0, 2, 3]) + struct.pack("<HH", 0, 20)
+        + bytes.fromhex("d1070203020f1e2d4300") + bytes.fromhex("ffffff03000017 3b3b63".replace(" ", ""))
+        + bytes.fromhex("d1070203020f1e2d4300ffffffff00001700"),
+        "d_timestamp_memory": bytes([22, 2, 1, 4]) + struct.pack("<HH", 0, 10)
+        + bytes.fromhex("d107020300001731 3b63".replace(" ", "")) + bytes.fromhex("d1070204000000000000"),
+        "d_interval_be": bytes([23, 1, 2, 4]) + struct.pack("<HH", 0, 8) + struct.pack(">ff", 1.5, float("nan"))
+        + struct.pack(">ff", float("inf"), -0.0),
+        "d_interval_memory": bytes([23, 2, 1, 0]) + struct.pack("<HH", 0, 4) + struct.pack("<f", 1e30)
+        + struct.pack("<f", -1e30),
+        "datetime_le": bytes([17, 0, 2, 0]) + struct.pack("<HH", 0, 14) + bytes.fromhex("d107020310050900808080808080")
+        + bytes.fromhex("d107ff0310ff09d1070203100509"),
+        "datetime_be_wild": bytes([17, 1, 2, 3]) + struct.pack("<HH", 0, 7) + bytes.fromhex("ffff0102030405")
+        + bytes.fromhex("07d10c1f173b3b"),
+        "datetimen_le": bytes([18, 0, 2, 0]) + struct.pack("<HH", 0, 22)
+        + bytes.fromhex("d1070203100509" "15cd5b07" "d1070203100509" "ffffffff")
+        + bytes.fromhex("d1070203100509" "15cd5b07" "d1070203100509" "00000000"),
+        "datetimen_memory": bytes([18, 2, 1, 4]) + struct.pack("<HH", 0, 12) + dt(2000, 12, 31, 23, 59, 59, 999999999)
+        + dt(2000, 12, 31, 23, 59, 59, -1),
+        "timespan_be_cut": bytes([19, 1, 3, 0]) + struct.pack("<HH", 0, 15) + bytes.fromhex("7fff0b1d173b3b3b9ac9ff" "00010203")
+        + bytes.fromhex("7fff0b1d173b3b3b9ac9ff"),
+        "timespan_step": bytes([19, 4, 1, 4]) + struct.pack("<HH", 0, 11) + bytes.fromhex("7fff0b1d173b3bff c99a3b".replace(" ", ""))
+        + bytes(11),
     },
     # format index (1, 2, 8, 0, 0x81, 0x42), option, 24 bytes (a record, then stored
     # dates and times), format text
@@ -277,6 +306,29 @@ SEEDS = {
         "fraction": bytes([3]) + struct.pack("<H", 0xFFFF) + dt(1, 1, 10, 23, 59, 5, 123456) + DISK + b"%f %V %X %D",
         "cut": bytes([4]) + struct.pack("<H", 0) + dt(2001, 2, 3) + DISK + b"%Y%?(",
         "names": bytes([5]) + struct.pack("<H", 0) + dt(4600, 13, 0, 12) + DISK + b"%A %B %b %P %I",
+    },
+    # id index (17 on: 19, 40, 41), count, factory bit, code set index, language index,
+    # the one-string text (its last character is the delimiter)
+    "fuzz_convert_old": {
+        "seed_datetime": bytes([17, 3, 0, 0, 0]) + b"2451971:3600|:90|2440588|",
+        "seed_datetimen": bytes([18, 4, 0, 0, 0]) + b"2451971:3600.5\x01:3600.7\x01\x01-1:99999999999.2\x01",
+        "seed_timespan": bytes([19, 3, 1, 1, 0]) + b"86401.5,1e-10,-7.25,",
+    },
+    # id, mode (0: the exchange format; 1: a format of the list, by the next byte),
+    # code set index, language index, text length, text
+    "fuzz_scan": {
+        "seed_datetime": bytes([19, 0, 0, 0]) + sized(b"Sat 03.Feb 2001 01:05:09 pm"),
+        "seed_datetime_null": bytes([19, 0, 1, 0]) + sized(b"{NULL}"),
+        "seed_datetimen": bytes([40, 0, 0, 0]) + sized(b"2001-02-03T04:05:06.500"),
+        "seed_datetimen_wild": bytes([40, 1, 16, 0, 0]) + sized(b"Sat 3.Feb * 01:*:09 am"),
+        "seed_timespan": bytes([41, 0, 0, 0]) + sized(b"400.01:02:03.000000004"),
+        "seed_timespan_cut": bytes([41, 3, 0, 0]) + sized(b"99999999999."),
+        "seed_d_date": bytes([22, 0, 0, 0]) + sized(b"Sat Feb 03"),
+        "seed_d_time": bytes([23, 0, 1, 0]) + sized(b"01:05:09 pm"),
+        "seed_d_timestamp": bytes([24, 0, 0, 0]) + sized(b"Sun Mar 04 11:06:10 am"),
+        "seed_d_timestamp_null": bytes([24, 0, 0, 0]) + sized(b"{NULL}"),
+        "seed_d_interval": bytes([25, 0, 0, 0]) + sized(b"02 days, 15 hours, 04 minutes, 05 seconds"),
+        "seed_d_interval_span": bytes([25, 1, 23, 0, 0]) + sized(b"400.01:02:03.5"),
     },
     # format length, format, code set index (0, 1, 253), text
     "fuzz_datetime_scan": {

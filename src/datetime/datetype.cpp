@@ -13,14 +13,6 @@ namespace {
 using namespace lmdatetime;
 constexpr unsigned kWidth = 4;
 
-inline bool HighFirst(unsigned char format) { return (format & 15u) == LmFormatBig; }
-
-int16_t DiskYear(const unsigned char* p, bool highFirst) {
-    const unsigned hi = highFirst ? p[0] : p[1];
-    const unsigned lo = highFirst ? p[1] : p[0];
-    return static_cast<int16_t>(hi << 8 | lo);
-}
-
 unsigned DateStore(void* dest, const void* src, unsigned char format, unsigned count) {
     auto* d = static_cast<unsigned char*>(dest);
     const auto* s = static_cast<const unsigned char*>(src);

@@ -28,12 +28,6 @@ int RefuseGetValue(void*, unsigned, unsigned char, unsigned char) { return LM_ER
 constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "illegal");
 
 // Value types whose handlers are still to come.
-constinit LmTypeDesc LmDesc_LmDateTime = IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
-constinit LmTypeDesc LmDesc_d_Date = IllegalRow("d_Date", "D_DATE_T", 4, 1, "%a %b %e");
-constinit LmTypeDesc LmDesc_d_Time = IllegalRow("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p");
-constinit LmTypeDesc LmDesc_d_Timestamp = IllegalRow("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p");
-constinit LmTypeDesc LmDesc_d_Interval =
-    IllegalRow("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds");
 constinit LmTypeDesc LmDesc_LmNull_char = IllegalRow("LmNull_char", "LmNULL_1B_T", 2, 1, "%c");
 constinit LmTypeDesc LmDesc_LmNull_uchar = IllegalRow("LmNull_uchar", "LmNULL_U1B_T", 2, 1, "%c");
 constinit LmTypeDesc LmDesc_LmNull_short = IllegalRow("LmNull_short", "LmNULL_2B_T", 4, 1, "%hd");
@@ -45,7 +39,5 @@ constinit LmTypeDesc LmDesc_LmNull_ulong = IllegalRow("LmNull_ulong", "LmNULL_U4
 constinit LmTypeDesc LmDesc_LmNull_float = IllegalRow("LmNull_float", "LmNULL_FLOAT_T", 8, 1, "%.17g");
 constinit LmTypeDesc LmDesc_LmNull_double = IllegalRow("LmNull_double", "LmNULL_DOUBLE_T", 16, 1, "%.17g");
 constinit LmTypeDesc LmDesc_LmNull_LmInt64 = IllegalRow("LmNull_LmInt64", "LmNULL_LMINT64_T", 12, 1, "%S");
-constinit LmTypeDesc LmDesc_LmDateTimeN = IllegalRow("LmDateTimeN", "LmDATIME_N_T", 12, 1, "%X");
-constinit LmTypeDesc LmDesc_LmTimeSpan = IllegalRow("LmTimeSpan", "LmTIMESPAN_T", 12, 1, "%V");
 constinit LmTypeDesc LmDesc_LmNull_8b = IllegalRow("LmNull_8b", "LmNULL_8B_T", 16, 1, "%I64d");
 constinit LmTypeDesc LmDesc_LmNull_u8b = IllegalRow("LmNull_u8b", "LmNULL_U8B_T", 16, 1, "%I64u");

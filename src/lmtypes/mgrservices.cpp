@@ -1,9 +1,11 @@
 // The manager's value services that do work of their own: stepping a value to the
 // next key, the null fallback, time stamps, printing and scanning by type id.
 #include <cstddef>
+#include <cstring>
 
 #include "lmdtformat.h"
 #include "lmslots.h"
+#include "lmstddate.h"
 #include "lmstring.h"
 #include "lmtypemgr.h"
 
@@ -83,12 +85,16 @@ int LmTypeMgr::SetNullValue(char id, void* value) const {
 // takes its own source from it: ids 12, 19 and 40 (LmDate, LmDateTime, LmDateTimeN)
 // the record itself, id 13 (LmTime) its hour field, ids 22, 23 and 24 (d_Date,
 // d_Time, d_Timestamp) a value built from its fields, the float second adding the
-// fraction unscaled. The standard family is not part of the library yet and its
-// Store slots are the harmless ones of "illegal"; until it comes, those ids hand a
-// null source to their Store slot, as every id without a source does: ask
+// fraction unscaled. Every other id hands a null source to its Store slot: ask
 // capability 3 first.
 int LmTypeMgr::StoreTimeStamp(char id, void* dest, unsigned char format, void* stamp) const {
     if (stamp == nullptr) return LM_ERR_NOT_SUPPORTED;
+    LmDateTimeNRecord r;
+    std::memcpy(&r, stamp, sizeof r);
+    const d_Date date(r.year, static_cast<uint8_t>(r.month), static_cast<uint8_t>(r.day));
+    const d_Time time(static_cast<uint8_t>(r.hour), static_cast<uint8_t>(r.minute),
+                      static_cast<float>(r.second) + static_cast<float>(r.nanoseconds));
+    const d_Timestamp both(date, time);
     const void* source = nullptr;
     switch (static_cast<signed char>(id)) {
         case LmDATE_T:
@@ -98,6 +104,15 @@ int LmTypeMgr::StoreTimeStamp(char id, void* dest, unsigned char format, void* s
             break;
         case LmTIME_T:
             source = static_cast<const unsigned char*>(stamp) + offsetof(LmDateTimeNRecord, hour);
+            break;
+        case D_DATE_T:
+            source = &date;
+            break;
+        case D_TIME_T:
+            source = &time;
+            break;
+        case D_TIMESTAMP_T:
+            source = &both;
             break;
         default:
             break;

@@ -3,8 +3,8 @@
 // read and written once more. The text must be consumed, and the second writing must
 // give the first one's text again, unless the first was cut at the string limit or
 // had to fall back to the delimiter ",", or the type is o_u8b, whose values from 2^63
-// up print unsigned but read back through the signed cast. Everything goes back
-// through Delete.
+// up print unsigned but read back through the signed cast, or LmTimeSpan, whose
+// seconds pass through a double. Everything goes back through Delete.
 #include <cstdlib>
 #include <cstring>
 
@@ -18,8 +18,8 @@ struct OldForm : LmTypeMgr {
     using LmTypeMgr::ConvertToLmStringOld;
 };
 
-// The built types, "illegal", and LmDate, whose row is still the "illegal" one.
-constexpr char kIds[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 14, 42, 43, 46, 12};
+// The built types, "illegal", LmDate and the date-time values.
+constexpr char kIds[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 14, 42, 43, 46, 12, 19, 40, 41};
 constexpr unsigned char kCodeSets[] = {0, 1, 2, 3, 253, 254};
 constexpr unsigned char kLanguages[] = {0, 1, 5, 254};
 
@@ -61,7 +61,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     values = mgr.ConvertFromLmStringOld(&again, id, count);
     LmString* second = mgr.ConvertToLmStringOld(values, id, count);
     const bool comma = len != 0 && first->StrGet()[(len - 1) * first->Width()] == ',';
-    if (!comma && id != LmU8B_T && len < LmStringMaxChars(first->GetCodeSet())) Check(SameText(*first, *second));
+    // LmTimeSpan's seconds go through a double and are cut to whole nanoseconds, and a
+    // span of 0 seconds reads back as null: its texts need not repeat.
+    if (!comma && id != LmU8B_T && id != LmTIMESPAN_T && len < LmStringMaxChars(first->GetCodeSet())) {
+        Check(SameText(*first, *second));
+    }
     mgr.Delete(id, values, count);
     mgr.Delete(LmSTRING_T, second, 1);
     mgr.Delete(LmSTRING_T, first, 1);

@@ -10,8 +10,9 @@
 #include "lumotypes.h"
 
 namespace {
-// The plain numbers, LmInt64, LmBoolean, LmSeal.
-constexpr char kIds[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 26, 42, 43, 27, 39};
+// The plain numbers, LmInt64, LmBoolean, LmSeal, LmDateTime, LmDateTimeN, LmTimeSpan and
+// the standard date and time family.
+constexpr char kIds[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 26, 42, 43, 27, 39, 19, 40, 41, 22, 23, 24, 25};
 constexpr unsigned char kFormats[] = {1, 2, 8, 0, 0x81, 0x82};
 }  // namespace
 
