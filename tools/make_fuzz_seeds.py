@@ -170,7 +170,8 @@ SEEDS = {
         + fixed(b"q" * 300)[:260] + fixed(b"q" * 300),
     },
     # legacy, id index (o_char, o_2b, o_4b, o_double, o_float, o_u2b, o_u4b, int,
-    # unsigned, enum, o_u1b, LmString, BlockId, LmIString, LmCaseIString, o_8b, o_u8b),
+    # unsigned, enum, o_u1b, LmString, BlockId, LmIString, LmCaseIString, o_8b, o_u8b,
+    # LmObjId, LmClassId, LmRef, LmBlob, LmInt64, LmSeal, LmBoolean),
     # comparison word, format (1, 2, 0x81, 0x82), count - 1, mode (1 range, 2 no lower
     # key, 4 no upper key, 8 a preset bound, 16 preset lower, 32 no out), key
     # capacity, lower key, upper key (each after its length byte), [preset], value
@@ -221,8 +222,21 @@ SEEDS = {
         + sized(struct.pack(">IIH", 7, 0, 0)) + sized(struct.pack(">IIH", 7, 99, 1)) + struct.pack(">IIHIIH", 7, 5, 0, 8, 6, 0),
         "ref_any": bytes([0, 19]) + struct.pack("<H", 5) + bytes([0, 0, 0, 0]) + sized(b"") + sized(b"")
         + struct.pack("<IIHHH", 1, 2, 3, 4, 5),
+        # ids 21 (LmInt64: words low, high), 22 (LmSeal), 23 (LmBoolean)
+        "int64_big_gt": bytes([0, 21]) + struct.pack("<H", 4) + bytes([1, 0, 1, 0])
+        + sized(struct.pack(">Ii", 10, 0)) + sized(struct.pack(">Ii", 19, 0)) + struct.pack(">Ii", 19, 0),
+        "int64_collapsed": bytes([0, 21]) + struct.pack("<H", 1) + bytes([0, 1, 1, 0])
+        + sized(struct.pack("<Ii", 0, 1 << 28)) + sized(struct.pack("<Ii", 2, 1 << 28))
+        + struct.pack("<IiIi", 1, 1 << 28, 5, 5),
+        "seal_range": bytes([0, 22]) + struct.pack("<H", 2) + bytes([1, 0, 1, 0])
+        + sized(bytes.fromhex("000000000000")) + sized(bytes.fromhex("00000001ffff")) + bytes.fromhex("000000010000"),
+        "seal_cut_range": bytes([0, 22]) + struct.pack("<H", 3) + bytes([0, 0, 1, 0])
+        + sized(bytes.fromhex("0000000000")) + sized(bytes.fromhex("00000001ffff")) + bytes.fromhex("0000"),
+        "boolean_preset": bytes([0, 23]) + struct.pack("<H", 1) + bytes([0, 2, 1 | 8, 0])
+        + sized(b"\0") + sized(b"\1") + sized(b"\1") + bytes([1, 255, 0]),
         "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
         + b"\0\0\0\0",
+    },
     # id index (0-10, 14, 26, 42, 43, 27, 39), format index (1, 2, 8, 0, 0x81, 0x82), count,
     # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
     # left size, left, right

@@ -14,13 +14,15 @@
 namespace {
 constexpr char kIds[] = {Lm1B_T,      Lm2B_T,      Lm4B_T,          LmDOUBLE_T, LmFLOAT_T, LmU2B_T,
                          LmU4B_T,     LmINT_T,     LmUNSIGNED_T,    LmENUM_T,   LmU1B_T,   LmSTRING_T,
-                         LmBLOCKID_T, LmISTRING_T, LmCASEISTRING_T, Lm8B_T,     LmU8B_T};
+                         LmBLOCKID_T, LmISTRING_T, LmCASEISTRING_T, Lm8B_T,     LmU8B_T,   LmOBJID_T,
+                         LmCLID_T,    LmREF_T,     LmBLOB_T,        LmINT64_T,  LmSEAL_T,  LmBOOLEAN_T};
 constexpr unsigned char kFormats[] = {1, 2, 0x81, 0x82};
 
 unsigned ScalarWidth(char id) {
     switch (id) {
         case Lm1B_T:
         case LmU1B_T:
+        case LmBOOLEAN_T:
             return 1;
         case Lm2B_T:
         case LmU2B_T:
@@ -29,7 +31,10 @@ unsigned ScalarWidth(char id) {
         case Lm8B_T:
         case LmU8B_T:
         case LmBLOB_T:
+        case LmINT64_T:
             return 8;
+        case LmSEAL_T:
+            return 6;
         case LmOBJID_T:
             return 10;
         case LmREF_T:
