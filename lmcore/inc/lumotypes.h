@@ -2,6 +2,7 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
+#include "_lmnulty.h"
 #include "lmblob.h"
 #include "lmboolean.h"
 #include "lmchar.h"
@@ -9,8 +10,8 @@
 #include "lmconvert.h"
 #include "lmdefs.h"
 #include "lmidentity.h"
-#include "lmistring.h"
 #include "lmint64.h"
+#include "lmistring.h"
 #include "lmmbs.h"
 #include "lmseal.h"
 #include "lmstring.h"
