@@ -194,6 +194,11 @@ TEST(BaseClock, PinnedAndUnpinned) {
     bksGetHiresTimeUTC(date, time, nanos);
     EXPECT_EQ(Moment(date, time), "2001-09-09 01:46:40");
     EXPECT_EQ(nanos, 123456789);
+    int64_t epochSeconds = 0;
+    int millis = 0;
+    bksGetEpochTime(epochSeconds, millis);
+    EXPECT_EQ(epochSeconds, 1000000000);
+    EXPECT_EQ(millis, 123);
 
     // Five hours west: the local date is the day before.
     bksPinTimeZone(-300);
