@@ -346,4 +346,62 @@ TEST(ScalarBounds, BooleanThird) {
     EXPECT_EQ(out.Upper(), (Bytes{1, 0, 255}));
 }
 
+// Dates and times with wild fields: the field opens to its whole range in the bounds,
+// and the word asks the caller to filter. Shares are days (seconds) of the range.
+TEST(DateBounds, WildFieldsOpenTheBounds) {
+    struct Case {
+        char id;
+        Bytes value;
+        unsigned short op;
+        unsigned char format;
+        Bytes lower, upper;  // the bounds written
+        unsigned short word;  // the word handed back
+    };
+    const uint8_t W = 0xFF;
+    const Case cases[] = {
+        // 2023, any month, any day: the whole year.
+        {LmDATE_T, {0xE7, 0x07, W, W}, EQ, 1, {0xE7, 0x07, 1, 1}, {0xE7, 0x07, 12, 31}, EQ | LM_BOUND_INEXACT},
+        // February's last day by the year.
+        {LmDATE_T, {0x07, 0xE7, 2, W}, EQ, 2, {0x07, 0xE7, 2, 1}, {0x07, 0xE7, 2, 28}, EQ | LM_BOUND_INEXACT},
+        {LmDATE_T, {0x07, 0xE8, 2, W}, LT | EQ, 2, {}, {0x07, 0xE8, 2, 29}, LT | EQ | LM_BOUND_INEXACT},
+        // Any year: from the year of day 0 (-4713) to 32766; the month stays.
+        {LmDATE_T, {W, W, 5, 10}, EQ, 2, {0xED, 0x97, 5, 10}, {0x7F, 0xFE, 5, 10}, EQ | LM_BOUND_INEXACT},
+        // A plain date is its own bound; the option bits do not come back.
+        {LmDATE_T, {0xE7, 0x07, 3, 4}, GT | 0x10, 1, {0xE7, 0x07, 3, 4}, {}, GT},
+        // A wild minute opens the minute and everything behind it.
+        {LmTIME_T, {12, W, 30}, EQ, 1, {12, 0x80, 0x80}, {12, 0x7F, 0x7F}, EQ | LM_BOUND_INEXACT},
+        {LmTIME_T, {12, W, 30}, EQ | LM_CMP_NO_WILDCARD, 1, {12, W, 30}, {12, W, 30}, EQ},
+    };
+    for (const Case& c : cases) {
+        Bounds out;
+        Bytes value = c.value;
+        unsigned short word = c.op;
+        mgr.EvalAndBound(c.id, nullptr, word, value.data(), c.format, 1, &out, nullptr);
+        EXPECT_EQ(out.Lower(), c.lower) << int(c.id) << " " << c.op;
+        EXPECT_EQ(out.Upper(), c.upper) << int(c.id) << " " << c.op;
+        EXPECT_EQ(word, c.word) << int(c.id) << " " << c.op;
+    }
+    // Shares on the line of absolute days: a range of ten days, 2023-01-01 to 01-10.
+    const Bytes first = {0xE7, 0x07, 1, 1}, tenth = {0xE7, 0x07, 1, 10};
+    const auto date = [&](Bytes v, unsigned short op) {
+        LmIdxBounds range{const_cast<uint8_t*>(first.data()), const_cast<uint8_t*>(tenth.data()), 4, 4, 0, 0, 0};
+        return mgr.EvalAndBound(LmDATE_T, &range, op, v.data(), 1, 1, nullptr, nullptr);
+    };
+    EXPECT_FLOAT_EQ(date({0xE7, 0x07, 1, 5}, LT), 0.4f);
+    EXPECT_FLOAT_EQ(date({0xE7, 0x07, 1, 5}, GT | EQ), 0.6f);
+    EXPECT_FLOAT_EQ(date({0xE7, 0x07, 1, W}, EQ), 1.0f);  // all ten days, and the rest of January
+    EXPECT_FLOAT_EQ(date({0xE6, 0x07, 12, W}, GT), 1.0f);
+    EXPECT_EQ(date({0xE8, 0x07, 1, 1}, EQ), 0.0f);
+    // Without a range the overlap is taken against 0 to 0.
+    unsigned short word = EQ;
+    Bytes key = {0xE7, 0x07, 1, 5};
+    EXPECT_EQ(mgr.EvalAndBound(LmDATE_T, nullptr, word, key.data(), 1, 1, nullptr, nullptr), 0.0f);
+    // Time: seconds of the day; a range of one minute.
+    const Bytes lowTime = {10, 0, 0}, highTime = {10, 0, 59};
+    LmIdxBounds range{const_cast<uint8_t*>(lowTime.data()), const_cast<uint8_t*>(highTime.data()), 3, 3, 0, 0, 0};
+    Bytes half = {10, 0, 30};
+    word = LT;
+    EXPECT_FLOAT_EQ(mgr.EvalAndBound(LmTIME_T, &range, word, half.data(), 1, 1, nullptr, nullptr), 0.5f);
+}
+
 }  // namespace

@@ -305,8 +305,7 @@ TEST(TypeMgrTable, GoldenRowsAndTheLegacyTable) {
 
 // Rows whose handlers are being built elsewhere at this time: their slots still hold
 // the operations of "illegal". Take an id out when its row lands.
-const std::initializer_list<int> kRowsStillPending = {LmDATE_T,      LmTIME_T,     LmDATIME_T,   D_DATE_T,    D_TIME_T,
-                                                      D_TIMESTAMP_T, D_INTERVAL_T, LmDATIME_N_T, LmTIMESPAN_T};
+const std::initializer_list<int> kRowsStillPending = {LmDATIME_T, D_DATE_T, D_TIME_T, D_TIMESTAMP_T, D_INTERVAL_T, LmDATIME_N_T, LmTIMESPAN_T};
 
 // No slot that a type fills still holds an operation of row 46, except where the
 // rules give the type that very answer: the never-null test of the types without a

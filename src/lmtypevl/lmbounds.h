@@ -116,7 +116,8 @@ float StringEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, un
 LM_BOUND_DECL(StringEvalAndBoundCurrent);  // LmString, factory levels 4 and up
 LM_BOUND_DECL(StringEvalAndBoundLegacy);   // LmString, the old form of levels below 4
 
-// Date and time values (datebound.cpp). LmDate's stands beside its class.
+// Date and time values (datebound.cpp).
+LM_BOUND_DECL(DateEvalAndBound);          // LmDate
 LM_BOUND_DECL(TimeEvalAndBound);          // LmTime
 LM_BOUND_DECL(DateTimeEvalAndBound);      // LmDateTime
 LM_BOUND_DECL(DateTimeNanoEvalAndBound);  // LmDateTimeN, LmTimeSpan

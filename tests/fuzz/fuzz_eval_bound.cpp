@@ -15,7 +15,10 @@ namespace {
 constexpr char kIds[] = {Lm1B_T,      Lm2B_T,      Lm4B_T,          LmDOUBLE_T, LmFLOAT_T, LmU2B_T,
                          LmU4B_T,     LmINT_T,     LmUNSIGNED_T,    LmENUM_T,   LmU1B_T,   LmSTRING_T,
                          LmBLOCKID_T, LmISTRING_T, LmCASEISTRING_T, Lm8B_T,     LmU8B_T,   LmOBJID_T,
-                         LmCLID_T,    LmREF_T,     LmBLOB_T,        LmINT64_T,  LmSEAL_T,  LmBOOLEAN_T};
+                         LmCLID_T,    LmREF_T,     LmBLOB_T,        LmINT64_T,  LmSEAL_T,  LmBOOLEAN_T,
+                         LmDATE_T,    LmTIME_T,    LmNULL_1B_T, LmNULL_U1B_T, LmNULL_2B_T, LmNULL_U2B_T,
+                         LmNULL_INT_T, LmNULL_UNSIGNED_T, LmNULL_4B_T, LmNULL_U4B_T, LmNULL_FLOAT_T,
+                         LmNULL_DOUBLE_T, LmNULL_LMINT64_T, LmNULL_8B_T, LmNULL_U8B_T};
 constexpr unsigned char kFormats[] = {1, 2, 0x81, 0x82};
 
 unsigned ScalarWidth(char id) {
@@ -35,6 +38,25 @@ unsigned ScalarWidth(char id) {
             return 8;
         case LmSEAL_T:
             return 6;
+        case LmTIME_T:
+            return 3;
+        case LmNULL_1B_T:
+        case LmNULL_U1B_T:
+            return 2;
+        case LmNULL_2B_T:
+        case LmNULL_U2B_T:
+            return 3;
+        case LmNULL_INT_T:
+        case LmNULL_UNSIGNED_T:
+        case LmNULL_4B_T:
+        case LmNULL_U4B_T:
+        case LmNULL_FLOAT_T:
+            return 5;
+        case LmNULL_DOUBLE_T:
+        case LmNULL_LMINT64_T:
+        case LmNULL_8B_T:
+        case LmNULL_U8B_T:
+            return 9;
         case LmOBJID_T:
             return 10;
         case LmREF_T:
