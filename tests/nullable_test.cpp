@@ -5,6 +5,7 @@
 // forms.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -148,6 +149,15 @@ void CheckMember(char id, char base, T low, T mid, T high) {
     N scanned = Null<T>();
     mgr.ScanFromLmString(id, &scanned, baseText, nullptr, 1);
     EXPECT_TRUE(scanned.isNull == 0 && Same(scanned.value, mid));
+    LmString wide(LM_CODESET_UNICODE, 1), wideNull(LM_CODESET_UNICODE, 1);
+    wide += baseText;
+    wideNull += LmString("{NULL}");
+    scanned = Null<T>();
+    mgr.ScanFromLmString(id, &scanned, wide, nullptr, 1);
+    EXPECT_TRUE(scanned.isNull == 0 && Same(scanned.value, mid));
+    mgr.ScanFromLmString(id, &scanned, wideNull, nullptr, 1);
+    EXPECT_EQ(scanned.isNull, 1);
+    EXPECT_EQ(desc->ScanFromString(nullptr, wide, nullptr, 1), nullptr);
     for (const char* nullText : {"", "{NULL}", "{NULL} and more"}) {
         LmString in(nullText);
         mgr.ScanFromLmString(id, &scanned, in, nullptr, 1);
@@ -169,6 +179,30 @@ void CheckMember(char id, char base, T low, T mid, T high) {
     mgr.Delete(base, baseBack, 1);
     delete strings;
     delete baseStrings;
+
+    // Life cycle: assignment moves value and flag, Copy every byte; Translate is Store,
+    // Load, an element copy, or a byte copy with zero fill between two disk forms.
+    N three[3], source[2] = {Of(mid), Null<T>()};
+    desc->Constructor(three, 3, 0);
+    desc->Assignment(three, source, 1, 1);
+    desc->Assignment(three + 1, source, 2, 0);
+    EXPECT_TRUE(Same(three[0].value, mid) && three[0].isNull == 0 && three[2].isNull == 1);
+    std::memset(static_cast<void*>(three), 0x5A, sizeof three);
+    desc->Copy(three, source, 3, 1);
+    EXPECT_EQ(std::memcmp(&three[2], &source[0], sizeof(N)), 0);
+    const Bytes disk = Stored<T>(id, {source[0], source[1]}, LmFormatBig);
+    Bytes moved(disk.size() + 3, 0xEE);
+    EXPECT_EQ(mgr.Translate(id, moved.data(), LmFormatBig, 0, source, LmFormatMemory, 0, 2), disk.size());
+    EXPECT_TRUE(std::equal(disk.begin(), disk.end(), moved.begin()));
+    EXPECT_EQ(mgr.Translate(id, three, LmFormatMemory, 0, moved.data(), LmFormatBig, 0, 2), disk.size());
+    EXPECT_TRUE(Same(three[0].value, mid) && three[1].isNull == 1);
+    EXPECT_EQ(mgr.Translate(id, three, LmFormatMemory, 0, source, LmFormatMemory, 0, 2), 2 * sizeof(N));
+    EXPECT_EQ(mgr.Translate(id, moved.data(), LmFormatLittle, static_cast<unsigned>(moved.size()),
+                            const_cast<uint8_t*>(disk.data()), LmFormatBig, static_cast<unsigned>(disk.size()), 2),
+              disk.size());
+    EXPECT_EQ(moved, [&] { Bytes b = disk; b.resize(moved.size(), 0); return b; }());
+    EXPECT_EQ(desc->NullSizeGet(3), disk.size() / 2 * 3);
+    EXPECT_EQ(desc->SizeGetFromMemFile(nullptr, LmFormatLittle, 3), disk.size() / 2 * 3);
 
     // Created, constructed and default values are null; SetNullValue makes one so.
     auto* made = static_cast<N*>(mgr.DefaultValue(id, 2, 0));
