@@ -1,12 +1,13 @@
-// EvalAndBound as a query optimiser calls it: an o_4b range, and a string prefix
+// EvalAndBound as a query optimiser calls it: an o_4b range, an LmDate range, and a string prefix
 // pattern (the first three letters of a word and an asterisk) over 20,000 dictionary
 // words (German and American English, tools/bench-setup.sh) against the range of the
-// whole list. The peers: one Cmp of the o_4b keys, and one Translate that builds the
+// whole list. The peers: one Cmp of the o_4b keys (of the dates), and one Translate that builds the
 // order-form key of the same pattern text, the work any bound of it starts from.
 // Run by hand:
 //   build-dir/bench/lmbench_bound [--benchmark_filter=...]
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -107,6 +108,49 @@ void LongCmpPeer(benchmark::State& state) {
     PerItem(state, values.size());
 }
 BENCHMARK(LongCmpPeer);
+
+// ---- LmDate: a range of the years 2000 to 2029, dates spread over it; the peer is
+// one Cmp of two stored dates. ----
+
+std::vector<std::array<uint8_t, 4>> DateKeys() {
+    std::vector<std::array<uint8_t, 4>> keys(1000);
+    for (size_t i = 0; i < keys.size(); ++i) {
+        const LmDate d(static_cast<int>(LmDate(2000, 1, 1)) + static_cast<int>(i * 7 % 10950));
+        mgr.Store(LmDATE_T, keys[i].data(), const_cast<LmDate*>(&d), LmFormatLittle, 1);
+    }
+    return keys;
+}
+
+void DateEvalAndBound(benchmark::State& state) {
+    const auto keys = DateKeys();
+    uint8_t lo[4] = {0xD0, 0x07, 1, 1}, hi[4] = {0xED, 0x07, 12, 31};
+    LmIdxBounds range{lo, hi, 4, 4, 0, 0, 0};
+    for (auto _ : state) {
+        for (const auto& key : keys) {
+            LmIdxBounds out{};
+            unsigned short word = LM_BOUND_GT | LM_BOUND_EQ;
+            benchmark::DoNotOptimize(mgr.EvalAndBound(LmDATE_T, &range, word, const_cast<uint8_t*>(key.data()),
+                                                      LmFormatLittle, 1, &out, nullptr));
+            std::free(out.lower);
+            std::free(out.upper);
+        }
+    }
+    PerItem(state, keys.size());
+}
+BENCHMARK(DateEvalAndBound);
+
+void DateCmpPeer(benchmark::State& state) {
+    const auto keys = DateKeys();
+    const LmTypeCmpFunc cmp = mgr.CmpFuncPtrGet(LmDATE_T);
+    uint8_t lo[4] = {0xD0, 0x07, 1, 2};
+    int status = 0;
+    for (auto _ : state) {
+        for (const auto& key : keys)
+            benchmark::DoNotOptimize(cmp(LmFormatLittle, 4, const_cast<uint8_t*>(key.data()), 4, lo, 0, 1, status));
+    }
+    PerItem(state, keys.size());
+}
+BENCHMARK(DateCmpPeer);
 
 // ---- Strings: a prefix pattern, and the key build of the same text. ----
 

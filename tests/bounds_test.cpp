@@ -233,6 +233,12 @@ TEST(ScalarBounds, PropertiesOfEveryOrderedScalar) {
         CheckProperties<uint64_t>(LmU8B_T, Sample<uint64_t>(0, UINT64_MAX - 1, rng), format);
         CheckProperties<double>(LmDOUBLE_T, Sample<double>(-1e300, 1e300, rng), format);
         CheckProperties<float>(LmFLOAT_T, Sample<float>(-1e30f, 1e30f, rng), format);
+        std::vector<LmInt64> wide;
+        for (const int64_t v : Sample<int64_t>(INT64_MIN / 2, INT64_MAX / 2, rng)) wide.emplace_back(v);
+        CheckProperties<LmInt64>(LmINT64_T, wide, format);
+        std::vector<LmSeal> seals;
+        for (const int64_t v : Sample<int64_t>(0, (int64_t{1} << 48) - 2, rng)) seals.emplace_back().ConvertFrom(v);
+        CheckProperties<LmSeal>(LmSEAL_T, seals, format);
     }
     // Object ids by high and low; the line takes 65535 per high word, so it keeps their
     // order for low words below that. (Their Cmp reads a key low byte first in every
@@ -269,6 +275,133 @@ TEST(ScalarBounds, IdentityValues) {
         EXPECT_EQ(word, LT | LM_CMP_NO_WILDCARD);
         EXPECT_TRUE(none.lower == nullptr && none.upper == nullptr);
     }
+}
+
+// LmInt64 stands on high * 2^32 + low, a seal on the number it converts to (middle *
+// 65536 + low, and high above them); both keep the in-range rule of the 64-bit keys,
+// so > of the range's last key still counts one key.
+TEST(ScalarBounds, Int64AndSealLines) {
+    struct Case {
+        int64_t value, lower, upper;
+        unsigned short op;
+        double share;
+    };
+    const int64_t word = int64_t{1} << 32, big = int64_t{1} << 60;
+    const Case wideCases[] = {
+        {15, 10, 19, LT, 0.5},
+        {15, 10, 19, GT | EQ, 0.5},
+        {19, 10, 19, GT, 0.1},
+        {20, 10, 19, GT, 0.0},
+        {-1, -10, 9, LT, 0.45},
+        {word, 0, 2 * word - 1, LT, 0.5},
+        {-word, -word, word - 1, EQ, 0.5 / double(word)},
+        {big + 1, big, big + 2, EQ, 1.0},
+        {big + 1, big, big + 2, LT, 1.0},
+        {big - 1000, big, big + 2, EQ, 0.0},
+    };
+    for (const unsigned char format : {LmFormatLittle, LmFormatBig}) {
+        for (const Case& c : wideCases) {
+            EXPECT_FLOAT_EQ(On<LmInt64>(LmINT64_T, LmInt64(c.value), LmInt64(c.lower), LmInt64(c.upper), c.op, format),
+                            float(c.share))
+                << c.value << " " << c.op;
+        }
+    }
+    const auto seal = [](int64_t v) {
+        LmSeal s;
+        s.ConvertFrom(v);
+        return s;
+    };
+    const Case sealCases[] = {
+        {15, 10, 19, LT, 0.5},
+        {19, 10, 19, GT, 0.1},
+        {0x10000, 0, 0x1FFFF, LT, 0.5},  // the middle word counts 65536
+        {word, 0, 2 * word - 1, GT | EQ, 0.5},
+        {(int64_t{1} << 48) - 1, 0, (int64_t{1} << 48) - 1, EQ, 1.0 / double(int64_t{1} << 48)},
+    };
+    for (const Case& c : sealCases)
+        EXPECT_FLOAT_EQ(On<LmSeal>(LmSEAL_T, seal(c.value), seal(c.lower), seal(c.upper), c.op), float(c.share))
+            << c.value;
+    // The bounds are the stored keys: 8 bytes of LmInt64 in its word order, 6 of a
+    // seal most significant byte first, whatever the format.
+    Bounds wide, stamp;
+    EXPECT_EQ(
+        Eval(LmINT64_T, Disk(LmINT64_T, LmInt64(0x0102030405060708LL), LmFormatBig), {}, {}, EQ, &wide, LmFormatBig),
+        0.0f);
+    EXPECT_EQ(wide.Lower(), (Bytes{5, 6, 7, 8, 1, 2, 3, 4}));
+    EXPECT_EQ(wide.Upper(), wide.Lower());
+    Eval(LmSEAL_T, Disk(LmSEAL_T, seal(0x123456789ABC)), {}, {}, LT, &stamp, LmFormatLittle);
+    EXPECT_EQ(stamp.Upper(), (Bytes{0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC}));
+    EXPECT_EQ(stamp.lower, nullptr);
+}
+
+// A boolean has no line: a third of any range, 0 without one; the value is the bound.
+TEST(ScalarBounds, BooleanThird) {
+    for (const unsigned short op : {EQ, LT, GT, static_cast<unsigned short>(7)}) {
+        EXPECT_FLOAT_EQ(Eval(LmBOOLEAN_T, {1}, {0}, {1}, op), float(1.0 / 3.0)) << op;
+        EXPECT_EQ(Eval(LmBOOLEAN_T, {1}, {}, {}, op), 0.0f) << op;
+    }
+    Bounds out;
+    Eval(LmBOOLEAN_T, {1, 0, 255}, {0}, {1}, EQ, &out, LmFormatBig, 3);
+    EXPECT_EQ(out.Lower(), (Bytes{1, 0, 255}));
+    EXPECT_EQ(out.Upper(), (Bytes{1, 0, 255}));
+}
+
+// Dates and times with wild fields: the field opens to its whole range in the bounds,
+// and the word asks the caller to filter. Shares are days (seconds) of the range.
+TEST(DateBounds, WildFieldsOpenTheBounds) {
+    struct Case {
+        char id;
+        Bytes value;
+        unsigned short op;
+        unsigned char format;
+        Bytes lower, upper;  // the bounds written
+        unsigned short word;  // the word handed back
+    };
+    const uint8_t W = 0xFF;
+    const Case cases[] = {
+        // 2023, any month, any day: the whole year.
+        {LmDATE_T, {0xE7, 0x07, W, W}, EQ, 1, {0xE7, 0x07, 1, 1}, {0xE7, 0x07, 12, 31}, EQ | LM_BOUND_INEXACT},
+        // February's last day by the year.
+        {LmDATE_T, {0x07, 0xE7, 2, W}, EQ, 2, {0x07, 0xE7, 2, 1}, {0x07, 0xE7, 2, 28}, EQ | LM_BOUND_INEXACT},
+        {LmDATE_T, {0x07, 0xE8, 2, W}, LT | EQ, 2, {}, {0x07, 0xE8, 2, 29}, LT | EQ | LM_BOUND_INEXACT},
+        // Any year: from the year of day 0 (-4713) to 32766; the month stays.
+        {LmDATE_T, {W, W, 5, 10}, EQ, 2, {0xED, 0x97, 5, 10}, {0x7F, 0xFE, 5, 10}, EQ | LM_BOUND_INEXACT},
+        // A plain date is its own bound; the option bits do not come back.
+        {LmDATE_T, {0xE7, 0x07, 3, 4}, GT | 0x10, 1, {0xE7, 0x07, 3, 4}, {}, GT},
+        // A wild minute opens the minute and everything behind it.
+        {LmTIME_T, {12, W, 30}, EQ, 1, {12, 0x80, 0x80}, {12, 0x7F, 0x7F}, EQ | LM_BOUND_INEXACT},
+        {LmTIME_T, {12, W, 30}, EQ | LM_CMP_NO_WILDCARD, 1, {12, W, 30}, {12, W, 30}, EQ},
+    };
+    for (const Case& c : cases) {
+        Bounds out;
+        Bytes value = c.value;
+        unsigned short word = c.op;
+        mgr.EvalAndBound(c.id, nullptr, word, value.data(), c.format, 1, &out, nullptr);
+        EXPECT_EQ(out.Lower(), c.lower) << int(c.id) << " " << c.op;
+        EXPECT_EQ(out.Upper(), c.upper) << int(c.id) << " " << c.op;
+        EXPECT_EQ(word, c.word) << int(c.id) << " " << c.op;
+    }
+    // Shares on the line of absolute days: a range of ten days, 2023-01-01 to 01-10.
+    const Bytes first = {0xE7, 0x07, 1, 1}, tenth = {0xE7, 0x07, 1, 10};
+    const auto date = [&](Bytes v, unsigned short op) {
+        LmIdxBounds range{const_cast<uint8_t*>(first.data()), const_cast<uint8_t*>(tenth.data()), 4, 4, 0, 0, 0};
+        return mgr.EvalAndBound(LmDATE_T, &range, op, v.data(), 1, 1, nullptr, nullptr);
+    };
+    EXPECT_FLOAT_EQ(date({0xE7, 0x07, 1, 5}, LT), 0.4f);
+    EXPECT_FLOAT_EQ(date({0xE7, 0x07, 1, 5}, GT | EQ), 0.6f);
+    EXPECT_FLOAT_EQ(date({0xE7, 0x07, 1, W}, EQ), 1.0f);  // all ten days, and the rest of January
+    EXPECT_FLOAT_EQ(date({0xE6, 0x07, 12, W}, GT), 1.0f);
+    EXPECT_EQ(date({0xE8, 0x07, 1, 1}, EQ), 0.0f);
+    // Without a range the overlap is taken against 0 to 0.
+    unsigned short word = EQ;
+    Bytes key = {0xE7, 0x07, 1, 5};
+    EXPECT_EQ(mgr.EvalAndBound(LmDATE_T, nullptr, word, key.data(), 1, 1, nullptr, nullptr), 0.0f);
+    // Time: seconds of the day; a range of one minute.
+    const Bytes lowTime = {10, 0, 0}, highTime = {10, 0, 59};
+    LmIdxBounds range{const_cast<uint8_t*>(lowTime.data()), const_cast<uint8_t*>(highTime.data()), 3, 3, 0, 0, 0};
+    Bytes half = {10, 0, 30};
+    word = LT;
+    EXPECT_FLOAT_EQ(mgr.EvalAndBound(LmTIME_T, &range, word, half.data(), 1, 1, nullptr, nullptr), 0.5f);
 }
 
 }  // namespace

@@ -303,6 +303,42 @@ TEST(TypeMgrTable, GoldenRowsAndTheLegacyTable) {
     EXPECT_EQ(old->reserved, nullptr);
 }
 
+// No slot that a type fills still holds an operation of row 46, except where the
+// rules give the type that very answer: the never-null test of the types without a
+// null, the refusing step of those that cannot step, and an empty null setter.
+TEST(TypeMgrTable, EveryRowIsComplete) {
+    const auto in = [](std::initializer_list<int> list, int id) {
+        return std::count(list.begin(), list.end(), id) != 0;
+    };
+    const std::initializer_list<int> neverNull = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10,
+                                                  14, 20, 21, 22, 23, 24, 25, 26, 39, 42, 43};
+    const std::initializer_list<int> cannotStep = {9, 16, 18, 20, 21, 39};
+    const std::initializer_list<int> ownNull = {11, 12, 13, 15, 16, 17, 18, 19, 27, 28, 29, 30,
+                                                31, 32, 33, 34, 35, 36, 37, 38, 40, 41, 44, 45};
+    const LmTypeDesc* illegal = Current(LmRES_T);
+    for (LmTypeDesc** table : {LmTypeTableCurrent, LmTypeTableLegacy}) {
+        const int rows = table == LmTypeTableCurrent ? LmTypeCountCurrent : LmTypeCountLegacy;
+        for (int id = 0; id < rows; ++id) {
+            const LmTypeDesc* desc = table[id];
+            const bool oldString = table == LmTypeTableLegacy && id == LmSTRING_T;
+            SCOPED_TRACE(std::string(desc->name) + (oldString ? " (legacy)" : ""));
+            if (id == LmRES_T) continue;
+            EachSlot(kOperationSlots, [&](auto slot) {
+                using S = decltype(slot);
+                ASSERT_NE(desc->*slot, nullptr);
+                if constexpr (std::is_same_v<S, decltype(&LmTypeDesc::IsNullValue)>) {
+                    EXPECT_EQ(desc->*slot == illegal->*slot, in(neverNull, id) || oldString);
+                } else if constexpr (std::is_same_v<S, decltype(&LmTypeDesc::GetValue)>) {
+                    EXPECT_EQ(desc->*slot == illegal->*slot, in(cannotStep, id) || oldString);
+                } else {
+                    EXPECT_NE(desc->*slot, illegal->*slot);
+                }
+            });
+            EXPECT_EQ(desc->SetNullValue != nullptr, in(ownNull, id) && !oldString);
+        }
+    }
+}
+
 TEST(TypeMgrForward, EveryMemberReachesItsRowAndSlot) {
     const SavedRecords saved;
     saved.InstallProbes();

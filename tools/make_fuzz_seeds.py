@@ -183,7 +183,9 @@ SEEDS = {
         + fixed(b"q" * 300)[:260] + fixed(b"q" * 300),
     },
     # legacy, id index (o_char, o_2b, o_4b, o_double, o_float, o_u2b, o_u4b, int,
-    # unsigned, enum, o_u1b, LmString, BlockId, LmIString, LmCaseIString, o_8b, o_u8b),
+    # unsigned, enum, o_u1b, LmString, BlockId, LmIString, LmCaseIString, o_8b, o_u8b,
+    # LmObjId, LmClassId, LmRef, LmBlob, LmInt64, LmSeal, LmBoolean, LmDate, LmTime,
+    # then the nullable ids 28 to 38, 44 and 45),
     # comparison word, format (1, 2, 0x81, 0x82), count - 1, mode (1 range, 2 no lower
     # key, 4 no upper key, 8 a preset bound, 16 preset lower, 32 no out), key
     # capacity, lower key, upper key (each after its length byte), [preset], value
@@ -234,10 +236,40 @@ SEEDS = {
         + sized(struct.pack(">IIH", 7, 0, 0)) + sized(struct.pack(">IIH", 7, 99, 1)) + struct.pack(">IIHIIH", 7, 5, 0, 8, 6, 0),
         "ref_any": bytes([0, 19]) + struct.pack("<H", 5) + bytes([0, 0, 0, 0]) + sized(b"") + sized(b"")
         + struct.pack("<IIHHH", 1, 2, 3, 4, 5),
+        # ids 21 (LmInt64: words low, high), 22 (LmSeal), 23 (LmBoolean)
+        "int64_big_gt": bytes([0, 21]) + struct.pack("<H", 4) + bytes([1, 0, 1, 0])
+        + sized(struct.pack(">Ii", 10, 0)) + sized(struct.pack(">Ii", 19, 0)) + struct.pack(">Ii", 19, 0),
+        "int64_collapsed": bytes([0, 21]) + struct.pack("<H", 1) + bytes([0, 1, 1, 0])
+        + sized(struct.pack("<Ii", 0, 1 << 28)) + sized(struct.pack("<Ii", 2, 1 << 28))
+        + struct.pack("<IiIi", 1, 1 << 28, 5, 5),
+        "seal_range": bytes([0, 22]) + struct.pack("<H", 2) + bytes([1, 0, 1, 0])
+        + sized(bytes.fromhex("000000000000")) + sized(bytes.fromhex("00000001ffff")) + bytes.fromhex("000000010000"),
+        "seal_cut_range": bytes([0, 22]) + struct.pack("<H", 3) + bytes([0, 0, 1, 0])
+        + sized(bytes.fromhex("0000000000")) + sized(bytes.fromhex("00000001ffff")) + bytes.fromhex("0000"),
+        "boolean_preset": bytes([0, 23]) + struct.pack("<H", 1) + bytes([0, 2, 1 | 8, 0])
+        + sized(b"\0") + sized(b"\1") + sized(b"\1") + bytes([1, 255, 0]),
+        # ids 24 (LmDate), 25 (LmTime); 30 (LmNull_int), 34 (LmNull_double), 35 (LmNull_LmInt64)
+        "date_wild_month": bytes([0, 24]) + struct.pack("<H", 1) + bytes([1, 0, 1, 0])
+        + sized(struct.pack(">hbb", 2023, 1, 1)) + sized(struct.pack(">hbb", 2023, 12, 31))
+        + struct.pack(">h", 2024) + bytes([0xFF, 0xFF]),
+        "date_wild_year": bytes([0, 24]) + struct.pack("<H", 5) + bytes([0, 0, 1, 0]) + sized(b"") + sized(b"")
+        + bytes([0xFF, 0xFF, 2, 0xFF]),
+        "time_wild": bytes([0, 25]) + struct.pack("<H", 1 | 0x10) + bytes([0, 0, 1, 0])
+        + sized(bytes([10, 0, 0])) + sized(bytes([10, 0, 59])) + bytes([10, 0xFF, 30]),
+        "null_int_lower_null": bytes([0, 30]) + struct.pack("<H", 1) + bytes([0, 0, 1, 0])
+        + sized(bytes([1, 0, 0, 0, 0])) + sized(bytes([0, 10, 0, 0, 0])) + bytes([0, 5, 0, 0, 0]),
+        "null_double_big": bytes([0, 34]) + struct.pack("<H", 5) + bytes([1, 1, 1, 0])
+        + sized(b"\0" + struct.pack(">d", 0.0)) + sized(b"\0" + struct.pack(">d", 1e300))
+        + b"\0" + struct.pack(">d", 1.0) + b"\1" + bytes(8),
+        "null_int64_count": bytes([0, 35]) + struct.pack("<H", 2) + bytes([0, 0, 1, 0])
+        + sized(b"\0" + struct.pack("<q", 1)) + sized(b"\0" + struct.pack("<q", 100)) + b"\1" + bytes(8),
+        "null_cut_range": bytes([0, 30]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0])
+        + sized(bytes([0, 1])) + sized(bytes([0, 9, 0, 0, 0])) + bytes([2, 5, 0, 0, 0]),
         "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
         + b"\0\0\0\0",
     },
-    # id index (0-10, 14, 26, 42, 43, 27, 39, 19, 40, 41, 22-25), format index (1, 2, 8, 0, 0x81, 0x82), count,
+    # id index (0-10, 14, 26, 42, 43, 27, 39, 19, 40, 41, 22-25, then 28-38, 44, 45 from 24 on),
+    # format index (1, 2, 8, 0, 0x81, 0x82), count,
     # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
     # left size, left, right
     "fuzz_fixed_values": {
@@ -262,6 +294,16 @@ SEEDS = {
         + bytes.fromhex("123456789abc0000ffffffff"),
         "seal_cut": bytes([16, 0, 3, 1]) + struct.pack("<HH", 0, 6) + bytes.fromhex("800000000001")
         + bytes.fromhex("8000000000"),
+        # nullable: 28 LmNull_int, 33 LmNull_double, 34 LmNull_LmInt64, 36 LmNull_u8b
+        "null_int_flags": bytes([28, 0, 3, 0]) + struct.pack("<HH", 0, 15) + bytes([0, 5, 0, 0, 0, 1, 9, 9, 9, 9, 2, 7, 0, 0, 0])
+        + bytes([0, 5, 0, 0, 0, 1, 0, 0, 0, 0, 0, 7, 0, 0, 0]),
+        "null_int_cut": bytes([28, 0, 2, 0]) + struct.pack("<HH", 0, 7) + bytes([0, 5, 0, 0, 0, 1, 3])
+        + bytes([0, 5, 0, 0, 0, 1]),
+        "null_double_be": bytes([33, 1, 2, 3]) + struct.pack("<HH", 0, 18) + b"\0" + struct.pack(">d", float("nan"))
+        + b"\1" + bytes(8) + b"\0" + struct.pack(">d", -1.0) + b"\0" + struct.pack(">d", float("inf")),
+        "null_int64_memory": bytes([34, 2, 2, 0]) + struct.pack("<HH", 0, 24) + struct.pack("<qbxxx", 7, 0)
+        + struct.pack("<qbxxx", 0, 1) + struct.pack("<qbxxx", 7, 0) + struct.pack("<qbxxx", 5, 1),
+        "null_u8b_step": bytes([36, 0, 1, 4]) + struct.pack("<HH", 0, 9) + b"\1" + bytes(8) + b"\0" + bytes([0xFF] * 8),
         "seal_memory": bytes([16, 2, 2, 0]) + struct.pack("<HH", 0, 12) + struct.pack("<6H", 1, 2, 3, 4, 5, 6)
         + struct.pack("<6H", 1, 2, 3, 4, 5, 7),
         "d_date_le_wild": bytes([20, 0, 2, 0]) + struct.pack("<HH", 0, 8) + bytes.fromhex("d1070203d1070204")
@@ -329,6 +371,12 @@ SEEDS = {
         "seed_d_timestamp_null": bytes([24, 0, 0, 0]) + sized(b"{NULL}"),
         "seed_d_interval": bytes([25, 0, 0, 0]) + sized(b"02 days, 15 hours, 04 minutes, 05 seconds"),
         "seed_d_interval_span": bytes([25, 1, 23, 0, 0]) + sized(b"400.01:02:03.5"),
+        "nullable_int": bytes([32, 0, 1, 1, 3]) + b"-42",
+        "nullable_null_text": bytes([37, 0, 1, 1, 8]) + b"{NULL}x1",
+        "nullable_wide": bytes([38, 0, 2, 1, 4]) + "12".encode("utf-16-le"),
+        "nullable_empty": bytes([44, 0, 1, 1, 0]),
+        "nullable_char_list": bytes([28, 1, 1, 1, 2]) + b"A,",
+        "nullable_u8b": bytes([45, 0, 1, 1, 20]) + b"18446744073709551615",
     },
     # format length, format, code set index (0, 1, 253), text
     "fuzz_datetime_scan": {

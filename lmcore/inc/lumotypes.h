@@ -2,6 +2,7 @@
 #ifndef LUMOTYPES_H
 #define LUMOTYPES_H
 
+#include "_lmnulty.h"
 #include "lmblob.h"
 #include "lmboolean.h"
 #include "lmchar.h"
@@ -13,8 +14,8 @@
 #include "lmdefs.h"
 #include "lmdtformat.h"
 #include "lmidentity.h"
-#include "lmistring.h"
 #include "lmint64.h"
+#include "lmistring.h"
 #include "lmmbs.h"
 #include "lmseal.h"
 #include "lmstddate.h"

@@ -5,6 +5,7 @@
 // month and day. Null goes to disk as it is (00 80 80 80 low first).
 #include "dtcommon.h"
 #include "dthandlers.h"
+#include "lmbounds.h"
 #include "lmdate.h"
 #include "scalarread.h"
 
@@ -105,7 +106,7 @@ constinit LmTypeDesc LmDesc_LmDate = {"LmDate",
                                       SizeGet<kWidth>,
                                       SizeGetFromMemFile<kWidth>,
                                       LmDateCompare,
-                                      IllegalEvalAndBound,  // index bounds of dates are still to come
+                                      DateEvalAndBound,
                                       DateHash,
                                       ConvertTo<LmDate>,
                                       ConvertFrom<LmDate, Create<LmDate>>,

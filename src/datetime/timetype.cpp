@@ -3,6 +3,7 @@
 // Disk form, 3 bytes: hour, minute, second, the same in every store format.
 #include "dtcommon.h"
 #include "dthandlers.h"
+#include "lmbounds.h"
 #include "lmtime.h"
 #include "scalarread.h"
 
@@ -75,7 +76,7 @@ constinit LmTypeDesc LmDesc_LmTime = {"LmTime",
                                       SizeGet<kWidth>,
                                       SizeGetFromMemFile<kWidth>,
                                       LmTimeCompare,
-                                      IllegalEvalAndBound,  // index bounds of times are still to come
+                                      TimeEvalAndBound,
                                       TimeHash,
                                       ConvertTo<LmTime>,
                                       ConvertFrom<LmTime, Create<LmTime>>,

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <new>
 
+#include "lmbounds.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmslots.h"
@@ -147,7 +148,7 @@ constinit LmTypeDesc LmDesc_LmBoolean = {
     BooleanSize,
     BooleanSizeFromMemFile,
     BooleanCompare,
-    IllegalEvalAndBound,  // the shared refusing operation until the index bounds of ordered values come
+    BooleanEvalAndBound,
     BooleanHash,
     BooleanConvertToLmString,
     BooleanConvertFromLmString,

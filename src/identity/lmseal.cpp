@@ -10,6 +10,7 @@
 #include <cstring>
 #include <new>
 
+#include "lmbounds.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmidentity.h"
@@ -243,7 +244,7 @@ constinit LmTypeDesc LmDesc_LmSeal = {
     SealSize,
     SealSizeFromMemFile,
     SealCompare,
-    IllegalEvalAndBound,  // the shared refusing operation until the index bounds of ordered values come
+    SealEvalAndBound,
     SealHash,
     SealConvertToLmString,
     SealConvertFromLmString,

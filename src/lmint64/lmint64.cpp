@@ -12,6 +12,7 @@
 #include <cstring>
 #include <new>
 
+#include "lmbounds.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmslots.h"
@@ -219,7 +220,7 @@ constinit LmTypeDesc LmDesc_LmInt64 = {
     Int64SizeGet,
     Int64SizeGetFromMemFile,
     Int64Compare,
-    IllegalEvalAndBound,  // the shared refusing operation until the index bounds of ordered values come
+    Int64EvalAndBound,
     Int64Hash,
     Int64ConvertToLmString,
     Int64ConvertFromLmString,

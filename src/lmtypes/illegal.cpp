@@ -1,6 +1,6 @@
 // Row 46, "illegal": one harmless operation per slot. The reserved ids 100 and up
-// resolve to this row. The rows of the value types whose handlers are not part of
-// the library yet hold the same operations under their own names and lengths.
+// resolve to this row. Rows whose type gives a slot no answer of its own (a value
+// without a null, an order without key stepping) point at these operations too.
 #include "lmslots.h"
 
 void* IllegalCreate(unsigned) { return nullptr; }
@@ -27,17 +27,3 @@ int RefuseGetValue(void*, unsigned, unsigned char, unsigned char) { return LM_ER
 
 constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "illegal");
 
-// Value types whose handlers are still to come.
-constinit LmTypeDesc LmDesc_LmNull_char = IllegalRow("LmNull_char", "LmNULL_1B_T", 2, 1, "%c");
-constinit LmTypeDesc LmDesc_LmNull_uchar = IllegalRow("LmNull_uchar", "LmNULL_U1B_T", 2, 1, "%c");
-constinit LmTypeDesc LmDesc_LmNull_short = IllegalRow("LmNull_short", "LmNULL_2B_T", 4, 1, "%hd");
-constinit LmTypeDesc LmDesc_LmNull_ushort = IllegalRow("LmNull_ushort", "LmNULL_U2B_T", 4, 1, "%hu");
-constinit LmTypeDesc LmDesc_LmNull_int = IllegalRow("LmNull_int", "LmNULL_INT_T", 8, 1, "%d");
-constinit LmTypeDesc LmDesc_LmNull_unsigned = IllegalRow("LmNull_unsigned", "LmNULL_UNSIGNED_T", 8, 1, "%u");
-constinit LmTypeDesc LmDesc_LmNull_long = IllegalRow("LmNull_long", "LmNULL_4B_T", 8, 1, "%ld");
-constinit LmTypeDesc LmDesc_LmNull_ulong = IllegalRow("LmNull_ulong", "LmNULL_U4B_T", 8, 1, "%lu");
-constinit LmTypeDesc LmDesc_LmNull_float = IllegalRow("LmNull_float", "LmNULL_FLOAT_T", 8, 1, "%.17g");
-constinit LmTypeDesc LmDesc_LmNull_double = IllegalRow("LmNull_double", "LmNULL_DOUBLE_T", 16, 1, "%.17g");
-constinit LmTypeDesc LmDesc_LmNull_LmInt64 = IllegalRow("LmNull_LmInt64", "LmNULL_LMINT64_T", 12, 1, "%S");
-constinit LmTypeDesc LmDesc_LmNull_8b = IllegalRow("LmNull_8b", "LmNULL_8B_T", 16, 1, "%I64d");
-constinit LmTypeDesc LmDesc_LmNull_u8b = IllegalRow("LmNull_u8b", "LmNULL_U8B_T", 16, 1, "%I64u");

@@ -66,8 +66,9 @@ inline int CompareLoop(size_t width, unsigned len1, const void* value1, unsigned
 }
 
 // The element loop of every hash slot: XOR of the element words, multiplied once
-// at the end, so the hash does not depend on the order of the elements.
-template <typename ElementWord>
+// at the end, so the hash does not depend on the order of the elements. (The
+// nullable family XORs finished hashes and multiplies by 1: nothing of its own.)
+template <uint32_t Multiplier = 1103515245u, typename ElementWord>
 inline unsigned HashLoop(size_t width, unsigned len, const void* value, unsigned count, int& status, ElementWord word) {
     status = LM_OK;
     if (count == 0) return 0;
@@ -87,7 +88,7 @@ inline unsigned HashLoop(size_t width, unsigned len, const void* value, unsigned
             status = LM_ERR_OUT_OF_DATA;
         }
     }
-    return h * 1103515245u;
+    return h * Multiplier;
 }
 
 }  // namespace lmscalar

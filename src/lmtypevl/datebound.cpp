@@ -8,6 +8,7 @@
 
 #include "lmbounds.h"
 #include "lmcompare.h"
+#include "lmdate.h"
 #include "lmstring.h"
 
 using namespace lmbound;
@@ -55,6 +56,13 @@ void OpenFields(const unsigned char* value, unsigned n, bool literal, unsigned s
             op |= LM_BOUND_INEXACT;
         }
     }
+}
+
+// ---- LmDate: year (16 bits), month, day, on the line of absolute days. ----
+
+int DateKeyLine(const void* key, unsigned char format) {
+    const auto* k = static_cast<const unsigned char*>(key);
+    return LmDate(static_cast<short>(Load16(k, format)), static_cast<char>(k[2]), static_cast<char>(k[3]));
 }
 
 // ---- LmTime: hour, minute, second. ----
@@ -178,6 +186,58 @@ float StandardCount(unsigned short op, int d, int width) {
 }
 
 }  // namespace
+
+// A wild field opens to its whole range, never below the date of absolute day 0
+// (F): a wild year runs from F's year to 32766, a wild month from 1 (F's month in
+// F's year) to 12, a wild day from 1 (F's day in F's month) to the length of the
+// upper month. The opened sides are written into the bounds made now; a field
+// that is not wild stays as the value has it in the bounds, and only its place on
+// the line is raised to F where it lies below.
+float DateEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                       LmIdxBounds* out) {
+    op &= 0x800F;
+    const auto* v = static_cast<const unsigned char*>(value);
+    int min = 0, max = 0;
+    if (RangeUsable(range, 4)) {
+        min = DateKeyLine(range->lower, format);
+        max = DateKeyLine(range->upper, format);
+    }
+    const Copies c = FillFromValue(out, value, op, 4 * count);
+    const LmDate first(0);
+    LmDate lower(static_cast<short>(Load16(v, format)), static_cast<char>(v[2]), static_cast<char>(v[3]));
+    LmDate upper = lower;
+    if (lower.year == -1) {
+        lower.year = first.year;
+        upper.year = 32766;
+        op |= LM_BOUND_INEXACT;
+        unsigned char lo[2], hi[2];
+        Store16(lo, static_cast<uint16_t>(lower.year), format);
+        Store16(hi, static_cast<uint16_t>(upper.year), format);
+        Patch(c, 0, lo, hi, 2);
+    }
+    const bool firstYear = lower.year == first.year;
+    if (v[2] == kWildByte) {
+        lower.month = firstYear ? first.month : 1;
+        upper.month = 12;
+        op |= LM_BOUND_INEXACT;
+        Patch(c, 2, reinterpret_cast<const unsigned char*>(&lower.month),
+              reinterpret_cast<const unsigned char*>(&upper.month), 1);
+    } else if (firstYear && lower.month < first.month) {
+        lower.month = first.month;
+    }
+    const bool firstMonth = firstYear && lower.month == first.month;
+    if (v[3] == kWildByte) {
+        lower.day = firstMonth ? first.day : 1;
+        upper.day = static_cast<int8_t>(LmDate(upper.year, static_cast<char>(upper.month + 1), 1).dayabs() -
+                                        LmDate(upper.year, static_cast<char>(upper.month), 1).dayabs());
+        op |= LM_BOUND_INEXACT;
+        Patch(c, 3, reinterpret_cast<const unsigned char*>(&lower.day),
+              reinterpret_cast<const unsigned char*>(&upper.day), 1);
+    } else if (firstMonth && lower.day < first.day) {
+        lower.day = first.day;
+    }
+    return Share(BoundOverlap(op, lower.dayabs(), upper.dayabs(), min, max, 1.0), max - min + 1);
+}
 
 float TimeEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char, unsigned count,
                        LmIdxBounds* out) {

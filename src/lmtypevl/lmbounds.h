@@ -7,7 +7,9 @@
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
+#include "lmint64.h"
 #include "lmtypedesc.h"
 
 // The length of the part of the line [min, max] that the comparison covers for a
@@ -64,6 +66,25 @@ inline void Store16(void* key, uint16_t v, unsigned char format) {
 // The share r / width, a ratio of two doubles, converted to float once.
 inline float Share(double r, double width) { return static_cast<float>(r / width); }
 
+// The place of a number on its line: the number as a double. An unsigned 64-bit key
+// above the signed range is halved (keeping its low bit for the rounding) and
+// doubled; an LmInt64 is high * 2^32 + low.
+template <typename T>
+double Line(T v) {
+    if constexpr (std::is_same_v<T, LmInt64>) {
+        return static_cast<double>(v.high) * 4294967296.0 + static_cast<double>(v.low);
+    } else if constexpr (std::is_same_v<T, uint64_t>) {
+        if ((v >> 63) != 0) return static_cast<double>(static_cast<int64_t>(v >> 1 | (v & 1))) * 2.0;
+        return static_cast<double>(v);
+    } else {
+        return static_cast<double>(v);
+    }
+}
+
+// The floor of a floating key's share: a predicate that matches anything at all
+// never gets a share below 2^-23.
+constexpr double kFloatShareFloor = 1.1920928955078125e-07;
+
 }  // namespace lmbound
 
 // ---- The evaluators, in the shape of the EvalAndBound slot. ----
@@ -84,6 +105,10 @@ LM_BOUND_DECL(O_8BEvalAndBound);      // o_8b
 LM_BOUND_DECL(O_U8BEvalAndBound);     // o_u8b
 LM_BOUND_DECL(DoubleEvalAndBound);    // o_double
 LM_BOUND_DECL(FloatEvalAndBound);     // o_float, d_Interval
+// On the line of LmInt64 (scalarbound.cpp): high * 2^32 + low, a seal as the number
+// it converts to.
+LM_BOUND_DECL(Int64EvalAndBound);  // LmInt64
+LM_BOUND_DECL(SealEvalAndBound);   // LmSeal
 
 // Strings (stringbound.cpp): one routine for the current and the old form.
 float StringEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
@@ -91,7 +116,8 @@ float StringEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, un
 LM_BOUND_DECL(StringEvalAndBoundCurrent);  // LmString, factory levels 4 and up
 LM_BOUND_DECL(StringEvalAndBoundLegacy);   // LmString, the old form of levels below 4
 
-// Date and time values (datebound.cpp). LmDate's stands beside its class.
+// Date and time values (datebound.cpp).
+LM_BOUND_DECL(DateEvalAndBound);          // LmDate
 LM_BOUND_DECL(TimeEvalAndBound);          // LmTime
 LM_BOUND_DECL(DateTimeEvalAndBound);      // LmDateTime
 LM_BOUND_DECL(DateTimeNanoEvalAndBound);  // LmDateTimeN, LmTimeSpan
@@ -103,6 +129,20 @@ LM_BOUND_DECL(TimestampEvalAndBound);     // d_Timestamp
 // have theirs as members of their classes.
 LM_BOUND_DECL(NoLineEvalAndBound);   // LmClassId, LmBlob: 1.0, no bound
 LM_BOUND_DECL(BooleanEvalAndBound);  // LmBoolean: a third of a range
+
+// The nullable family (nullbound.cpp): nulls are a point below the line. A key is
+// its place on the base's line (0 for a null) and its null flag.
+struct LmNullPoint {
+    double at;
+    bool null;
+};
+// The length of the line that the comparison covers, with the shares a null lower
+// key grants: 0.5 for > or <, 0.1 for = of a value, 0.001 for = of a null.
+double NullBoundOverlap(unsigned short op, LmNullPoint value, LmNullPoint lower, LmNullPoint upper);
+// LmNull_LmInt64 counts keys instead of a share: r after its own rule. lowerAtMost
+// and upperAtLeast are L <= V and V <= U on the value fields, null or not.
+double NullInt64Count(unsigned short op, double r, LmNullPoint value, LmNullPoint lower, LmNullPoint upper,
+                      bool lowerAtMost, bool upperAtLeast);
 
 // Fixed-form strings (fixedbound.cpp).
 LM_BOUND_DECL(IStringEvalAndBound);      // LmIString

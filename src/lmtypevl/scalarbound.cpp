@@ -1,12 +1,15 @@
-// The evaluators of the plain numbers. A key's place on the line is its own value as
-// a double; the range's width is upper - lower + 1 keys. 64-bit keys close to one
-// another collapse to one double, which the in-range rule mends; floating keys get a
-// floor, so that a predicate that matches at all never has a share of 0.
+// The evaluators of the plain numbers, of LmInt64 and of LmSeal. A key's place on the
+// line is its own value as a double; the range's width is upper - lower + 1 keys.
+// 64-bit keys close to one another collapse to one double, which the in-range rule
+// mends; floating keys get a floor, so that a predicate that matches at all never has
+// a share of 0.
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
 
 #include "lmbounds.h"
+#include "lmseal.h"
+#include "lmslots.h"
 
 using namespace lmbound;
 
@@ -14,7 +17,9 @@ namespace {
 
 // What sets a row apart: how a key is read, how wide it is on disk, how the width of
 // the range is computed, and the rule that runs after the overlap.
-enum class Rule { None, InRangeSigned, InRangeUnsigned, Float, FloatGuarded };
+// The in-range rule compares the keys by their own type's <=: signed, unsigned, or
+// LmInt64's.
+enum class Rule { None, InRange, Float, FloatGuarded };
 
 template <typename T>
 struct Row {
@@ -52,15 +57,19 @@ float ReadFloat(const void* key, unsigned char format) {
     FloatStore(&v, key, format, 1);
     return v;
 }
-
-// The place of a key on the line. An unsigned 64-bit key above the signed range is
-// halved (keeping its low bit for the rounding) and doubled.
-template <typename T>
-double Line(T v) {
-    if constexpr (std::is_same_v<T, uint64_t>) {
-        if ((v >> 63) != 0) return static_cast<double>(static_cast<int64_t>(v >> 1 | (v & 1))) * 2.0;
-    }
-    return static_cast<double>(v);
+// Both read through the Load of their type.
+LmInt64 ReadInt64(const void* key, unsigned char format) {
+    LmInt64 v;
+    LmDesc_LmInt64.Load(&v, key, format, 1);
+    return v;
+}
+// A seal stands on the line of LmInt64 as the number it converts to.
+LmInt64 ReadSeal(const void* key, unsigned char format) {
+    LmSeal seal;
+    LmDesc_LmSeal.Load(&seal, key, format, 1);
+    LmInt64 v;
+    seal.ConvertTo(v);
+    return v;
 }
 
 template <typename T>
@@ -76,8 +85,8 @@ float Evaluate(const Row<T>& row, LmIdxBounds* range, unsigned short op, void* v
         r = BoundOverlap(op, Line(v), Line(v), Line(lower), Line(upper), 1.0);
         // 64-bit keys close together collapse to one double: a value inside the range
         // (by the integers) always covers something.
-        if ((row.rule == Rule::InRangeSigned || row.rule == Rule::InRangeUnsigned) && r == 0 &&
-            ((op & LM_BOUND_GT) != 0 || lower <= v) && ((op & LM_BOUND_LT) != 0 || v <= upper))
+        if (row.rule == Rule::InRange && r == 0 && ((op & LM_BOUND_GT) != 0 || lower <= v) &&
+            ((op & LM_BOUND_LT) != 0 || v <= upper))
             r = 1.0;
     }
     BoundFillFromValue(out, value, op, size);
@@ -91,10 +100,11 @@ float Evaluate(const Row<T>& row, LmIdxBounds* range, unsigned short op, void* v
         width += 1.0;
         if (r == 0) return 0.0f;
         const double share = r / width;
-        constexpr double kFloor = 1.1920928955078125e-07;  // 2^-23
-        return static_cast<float>(share > kFloor ? share : kFloor);
+        return static_cast<float>(share > kFloatShareFloor ? share : kFloatShareFloor);
     }
-    if (row.intWidth) return Share(r, static_cast<int>(upper) - static_cast<int>(lower) + 1);
+    if constexpr (std::is_integral_v<T>) {
+        if (row.intWidth) return Share(r, static_cast<int>(upper) - static_cast<int>(lower) + 1);
+    }
     return Share(r, Line(upper) - Line(lower) + 1.0);
 }
 
@@ -106,8 +116,10 @@ constexpr Row<int32_t> kLong{ReadLong, 4, false, Rule::None};
 constexpr Row<uint32_t> kDword{ReadDword, 4, false, Rule::None};
 constexpr Row<int32_t> kInt{ReadInt, 4, false, Rule::None};
 constexpr Row<uint32_t> kUnsigned{ReadUnsigned, 4, false, Rule::None};
-constexpr Row<int64_t> k8B{Read8B, 8, false, Rule::InRangeSigned};
-constexpr Row<uint64_t> kU8B{ReadU8B, 8, false, Rule::InRangeUnsigned};
+constexpr Row<int64_t> k8B{Read8B, 8, false, Rule::InRange};
+constexpr Row<uint64_t> kU8B{ReadU8B, 8, false, Rule::InRange};
+constexpr Row<LmInt64> kInt64{ReadInt64, 8, false, Rule::InRange};
+constexpr Row<LmInt64> kSeal{ReadSeal, 6, false, Rule::InRange};
 constexpr Row<double> kDouble{ReadDouble, 8, false, Rule::FloatGuarded};
 constexpr Row<float> kFloat{ReadFloat, 4, false, Rule::Float};
 
@@ -161,4 +173,12 @@ float DoubleEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, un
 float FloatEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
                         LmIdxBounds* out) {
     return Evaluate(kFloat, range, op, value, format, FloatSizeGet(nullptr, 8, format, count), out);
+}
+float Int64EvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                        LmIdxBounds* out) {
+    return Evaluate(kInt64, range, op, value, format, 8 * count, out);
+}
+float SealEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                       LmIdxBounds* out) {
+    return Evaluate(kSeal, range, op, value, format, 6 * count, out);
 }

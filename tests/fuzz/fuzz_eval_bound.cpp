@@ -14,13 +14,18 @@
 namespace {
 constexpr char kIds[] = {Lm1B_T,      Lm2B_T,      Lm4B_T,          LmDOUBLE_T, LmFLOAT_T, LmU2B_T,
                          LmU4B_T,     LmINT_T,     LmUNSIGNED_T,    LmENUM_T,   LmU1B_T,   LmSTRING_T,
-                         LmBLOCKID_T, LmISTRING_T, LmCASEISTRING_T, Lm8B_T,     LmU8B_T};
+                         LmBLOCKID_T, LmISTRING_T, LmCASEISTRING_T, Lm8B_T,     LmU8B_T,   LmOBJID_T,
+                         LmCLID_T,    LmREF_T,     LmBLOB_T,        LmINT64_T,  LmSEAL_T,  LmBOOLEAN_T,
+                         LmDATE_T,    LmTIME_T,    LmNULL_1B_T, LmNULL_U1B_T, LmNULL_2B_T, LmNULL_U2B_T,
+                         LmNULL_INT_T, LmNULL_UNSIGNED_T, LmNULL_4B_T, LmNULL_U4B_T, LmNULL_FLOAT_T,
+                         LmNULL_DOUBLE_T, LmNULL_LMINT64_T, LmNULL_8B_T, LmNULL_U8B_T};
 constexpr unsigned char kFormats[] = {1, 2, 0x81, 0x82};
 
 unsigned ScalarWidth(char id) {
     switch (id) {
         case Lm1B_T:
         case LmU1B_T:
+        case LmBOOLEAN_T:
             return 1;
         case Lm2B_T:
         case LmU2B_T:
@@ -29,7 +34,29 @@ unsigned ScalarWidth(char id) {
         case Lm8B_T:
         case LmU8B_T:
         case LmBLOB_T:
+        case LmINT64_T:
             return 8;
+        case LmSEAL_T:
+            return 6;
+        case LmTIME_T:
+            return 3;
+        case LmNULL_1B_T:
+        case LmNULL_U1B_T:
+            return 2;
+        case LmNULL_2B_T:
+        case LmNULL_U2B_T:
+            return 3;
+        case LmNULL_INT_T:
+        case LmNULL_UNSIGNED_T:
+        case LmNULL_4B_T:
+        case LmNULL_U4B_T:
+        case LmNULL_FLOAT_T:
+            return 5;
+        case LmNULL_DOUBLE_T:
+        case LmNULL_LMINT64_T:
+        case LmNULL_8B_T:
+        case LmNULL_U8B_T:
+            return 9;
         case LmOBJID_T:
             return 10;
         case LmREF_T:

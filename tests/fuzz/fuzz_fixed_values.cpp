@@ -10,9 +10,10 @@
 #include "lumotypes.h"
 
 namespace {
-// The plain numbers, LmInt64, LmBoolean, LmSeal, LmDateTime, LmDateTimeN, LmTimeSpan and
-// the standard date and time family.
-constexpr char kIds[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 26, 42, 43, 27, 39, 19, 40, 41, 22, 23, 24, 25};
+// The plain numbers, LmInt64, LmBoolean, LmSeal, LmDateTime, LmDateTimeN, LmTimeSpan, the
+// standard date and time family and the nullable family.
+constexpr char kIds[] = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 14, 26, 42, 43, 27, 39, 19, 40,
+                         41, 22, 23, 24, 25, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 44, 45};
 constexpr unsigned char kFormats[] = {1, 2, 8, 0, 0x81, 0x82};
 }  // namespace
 
