@@ -406,11 +406,11 @@ void DateTimeRoad(LmTypeMgr& mgr) {
     LmTimeSpan span = LmTimeSpan::Difference(start, end);
     PrintLine("the span between them, \"%V\"", mgr.PrintToLmString(LmTIMESPAN_T, out, &span, nullptr, 1));
     span.AddDays(45);  // spans count 30-day months
-    std::printf("  %-34s %d months, %d days, %d hours, %d ns; %lld s in all\n", "plus 45 days", span.month, span.day,
+    std::printf("  %-34s month %d, day %d, hour %d, %d ns: %lld s in all\n", "plus 45 days", span.month, span.day,
                 span.hour, span.nanoseconds, span.GetTotalSeconds());
     unsigned char disk[11];
     mgr.Store(LmTIMESPAN_T, disk, &span, LmFormatBig, 1);
-    PrintHex("span, big-endian", disk, sizeof disk);
+    PrintHex("big-endian", disk, sizeof disk);
 }
 
 }  // namespace
