@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "lmdtformat.h"
+
 namespace lmdatetime {
 
 // The low 32 bits of a wider result, as a signed number: the wrapping arithmetic of a
@@ -17,6 +19,19 @@ inline int CompareFields(int a0, int a1, int a2, int b0, int b1, int b2, bool wi
     if (!(wildcards && (a1 == -1 || b1 == -1)) && a1 != b1) return a1 - b1;
     if (!(wildcards && (a2 == -1 || b2 == -1)) && a2 != b2) return a2 - b2;
     return 0;
+}
+
+// The seven fields of two nanosecond records as LmDateTime::Compare has them (a field
+// difference; wildcards on both sides unless options has 0x10), then the nanoseconds
+// as -1, 0 or 1, where a -1 on either side is a wildcard too.
+inline int CompareNanoRecords(const LmDateTimeNRecord& a, const LmDateTimeNRecord& b, unsigned short options) noexcept {
+    const bool wildcards = (options & 0x10u) == 0;  // LM_CMP_NO_WILDCARD
+    int r = CompareFields(a.year, a.month, a.day, b.year, b.month, b.day, wildcards);
+    if (r != 0) return r;
+    r = CompareFields(a.hour, a.minute, a.second, b.hour, b.minute, b.second, wildcards);
+    if (r != 0) return r;
+    if (wildcards && (a.nanoseconds == -1 || b.nanoseconds == -1)) return 0;
+    return a.nanoseconds < b.nanoseconds ? -1 : (a.nanoseconds > b.nanoseconds ? 1 : 0);
 }
 
 // ---- The seven-byte disk prefix that LmDateTime, LmDateTimeN and LmTimeSpan share:

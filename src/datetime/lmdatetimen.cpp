@@ -34,10 +34,17 @@ constexpr int kDayZero = 1721060;
 // field + n = quotient * base + remainder with the remainder in [0, base): floor
 // division, exact for any n because the carry of n is split off first.
 inline int64_t FloorCarry(int64_t field, int64_t n, int64_t base, int64_t& remainder) noexcept {
-    int64_t q = n / base;
-    int64_t t = n % base + field;
-    q += t / base;
-    t %= base;
+    int64_t q = 0, t = 0;
+    if (n > -(int64_t{1} << 62) && n < (int64_t{1} << 62)) {  // field + n cannot overflow: one division
+        t = field + n;
+        q = t / base;
+        t %= base;
+    } else {
+        q = n / base;
+        t = n % base + field;
+        q += t / base;
+        t %= base;
+    }
     if (t < 0) {
         t += base;
         --q;
@@ -55,13 +62,18 @@ inline int16_t ClampYear(int64_t y) noexcept {
 // 12-month years, keeping a negative remainder while nothing above it is set.
 void AddDaysCore(Record& v, int n, bool span) noexcept {
     if (n == 0) return;
-    LmDate date(v.year, static_cast<char>(v.month), static_cast<char>(v.day));
-    if (!span && date.IsDate() != 0) {
-        date += n;
-        v.year = date.year;
-        v.month = date.month;
-        v.day = date.day;
-        return;
+    // A real date: LmDate::IsDate and LmDate::operator+=, with the absolute day worked
+    // out once.
+    if (!span && static_cast<uint8_t>(v.day - 1) < 31 && static_cast<uint8_t>(v.month - 1) < 12) {
+        LmDate date(v.year, static_cast<char>(v.month), static_cast<char>(v.day));
+        const int abs = date.dayabs();
+        if (LmDate(v.year, static_cast<char>(v.month + 1), 1).dayabs() - abs > 0) {
+            date.dateabs(Wrap(int64_t{abs} + n));
+            v.year = date.year;
+            v.month = date.month;
+            v.day = date.day;
+            return;
+        }
     }
     int64_t total = int64_t{v.day} + n;
     int64_t q = total / 30, r = total % 30;
@@ -133,26 +145,10 @@ inline LmDate DateOf(const Record& v) noexcept {
 inline LmTime TimeOf(const Record& v) noexcept {
     return LmTime(static_cast<char>(v.hour), static_cast<char>(v.minute), static_cast<char>(v.second));
 }
-inline void SetDate(Record& v, const LmDate& d) noexcept {
-    v.year = d.year;
-    v.month = d.month;
-    v.day = d.day;
-}
 inline void SetTime(Record& v, const LmTime& t) noexcept {
     v.hour = t.hour;
     v.minute = t.minute;
     v.second = t.second;
-}
-
-// The seven fields as LmDateTime::Compare has them, then the nanoseconds.
-int CompareRecords(const Record& a, const Record& b, unsigned short options) noexcept {
-    const bool wildcards = (options & LM_CMP_NO_WILDCARD) == 0;
-    int r = lmdatetime::CompareFields(a.year, a.month, a.day, b.year, b.month, b.day, wildcards);
-    if (r != 0) return r;
-    r = lmdatetime::CompareFields(a.hour, a.minute, a.second, b.hour, b.minute, b.second, wildcards);
-    if (r != 0) return r;
-    if (wildcards && (a.nanoseconds == -1 || b.nanoseconds == -1)) return 0;
-    return a.nanoseconds < b.nanoseconds ? -1 : (a.nanoseconds > b.nanoseconds ? 1 : 0);
 }
 
 inline bool SameFields(const Record& a, const Record& b) noexcept {
@@ -204,7 +200,7 @@ LmDateTimeN::LmDateTimeN(double seconds) noexcept : LmDateTimeN(kZero) { AddSeco
 LmDateTimeN& LmDateTimeN::operator=(const LmDateTime& value) noexcept { return *this = LmDateTimeN(value); }
 
 int LmDateTimeN::Compare(const LmDateTimeN& other, unsigned short options) const noexcept {
-    return CompareRecords(*this, other, options);
+    return lmdatetime::CompareNanoRecords(*this, other, options);
 }
 
 LmDateTimeN& LmDateTimeN::AddDays(int n) noexcept {
@@ -333,7 +329,7 @@ LmTimeSpan::LmTimeSpan(int days, int hours, int minutes, int seconds, int ns) no
 LmTimeSpan::LmTimeSpan(double seconds) noexcept : LmTimeSpan(kSpanClear) { AddSeconds(seconds); }
 
 int LmTimeSpan::Compare(const LmTimeSpan& other, unsigned short options) const noexcept {
-    return CompareRecords(*this, other, options);
+    return lmdatetime::CompareNanoRecords(*this, other, options);
 }
 
 LmTimeSpan& LmTimeSpan::AddDays(int n) noexcept {
@@ -417,7 +413,7 @@ LmTimeSpan& LmTimeSpan::SetNanoSeconds(int n) noexcept {
 LmTimeSpan LmTimeSpan::Difference(const LmTimeSpan& a, const LmTimeSpan& b) noexcept {
     Record x = a.IsNullValue() != 0 ? kSpanClear : a;
     Record y = b.IsNullValue() != 0 ? kSpanClear : b;
-    const bool aLater = CompareRecords(x, y, LM_CMP_NO_WILDCARD) >= 0;
+    const bool aLater = lmdatetime::CompareNanoRecords(x, y, LM_CMP_NO_WILDCARD) >= 0;
     Record& hi = aLater ? x : y;
     Record& lo = aLater ? y : x;
     int days = DateOf(hi) - DateOf(lo);

@@ -206,7 +206,13 @@ int NanoCompare(unsigned char format, unsigned len1, void* value1, unsigned len2
     if ((format & 15u) == LmFormatMemory) {
         return lmscalar::CompareLoop(kMemWidth, len1, value1, len2, value2, count, status,
                                      [option](const unsigned char* a, const unsigned char* b) {
-                                         return Read<LmDateTimeN>(a).Compare(Read<LmDateTimeN>(b), option);
+                                         // The fields are equal when their bytes are (the byte
+                                         // of room at offset 7 is not part of the value).
+                                         if (std::memcmp(a, b, 7) == 0 && std::memcmp(a + 8, b + 8, 4) == 0) {
+                                             return 0;
+                                         }
+                                         return CompareNanoRecords(Read<LmDateTimeNRecord>(a),
+                                                                   Read<LmDateTimeNRecord>(b), option);
                                      });
     }
     const bool high = HighFirst(format);
