@@ -403,14 +403,15 @@ void DateTimeRoad(LmTypeMgr& mgr) {
     end.AddNanoSeconds(1).AddHours(36);  // one nanosecond to the new year, then a day and a half
     PrintLine("nanosecond date-time", start.PrintToLmString(out, nullptr));
     PrintLine("plus 1 ns and 36 hours", mgr.PrintToLmString(LmDATIME_N_T, out, &end, nullptr, 1));
-    LmTimeSpan span = LmTimeSpan::Difference(start, end);
-    PrintLine("the span between them, \"%V\"", mgr.PrintToLmString(LmTIMESPAN_T, out, &span, nullptr, 1));
+    const LmDateTimeN evening(2000, 12, 31, 20, 15, 0, 0);
+    LmTimeSpan span = LmTimeSpan::Difference(end, evening);
+    PrintLine("span from 2000-12-31T20:15, \"%V\"", mgr.PrintToLmString(LmTIMESPAN_T, out, &span, nullptr, 1));
     span.AddDays(45);  // spans count 30-day months
-    std::printf("  %-34s %d months, %d days, %d hours, %d ns; %lld s in all\n", "plus 45 days", span.month, span.day,
+    std::printf("  %-34s month %d, day %d, hour %d, %d ns: %lld s in all\n", "plus 45 days", span.month, span.day,
                 span.hour, span.nanoseconds, span.GetTotalSeconds());
     unsigned char disk[11];
     mgr.Store(LmTIMESPAN_T, disk, &span, LmFormatBig, 1);
-    PrintHex("span, big-endian", disk, sizeof disk);
+    PrintHex("big-endian", disk, sizeof disk);
 }
 
 // The standard family: a d_Date across the calendar switch (Julian up to 1582-10-04,

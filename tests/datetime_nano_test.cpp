@@ -176,6 +176,9 @@ TEST(NanoArithmetic, Difference) {
     EXPECT_EQ(Of(LmTimeSpan::Difference(a, b)), Fields(0, 0, 1, 12, 0, 0, 500000000));
     EXPECT_EQ(Of(LmTimeSpan::Difference(b, a)), Fields(0, 0, 1, 12, 0, 0, 500000000));
     EXPECT_EQ(Of(LmTimeSpan::Difference(a, LmTimeSpan())), Of(LmTimeSpan::Difference(a, LmTimeSpan::ClearValue())));
+    // The borrowed second wraps an earlier 23:59:59 without its date: a day too long.
+    EXPECT_EQ(Of(LmTimeSpan::Difference(N(2000, 12, 31, 23, 59, 59, 999999999), N(2001, 1, 2, 12, 0, 0, 0))),
+              Fields(0, 0, 2, 12, 0, 0, 1));
     std::mt19937_64 gen(42);
     std::uniform_int_distribution<int> year(1, 4000), mon(1, 12), dd(1, 28), hh(0, 23), ms(0, 59), ns(0, 999999999);
     for (int i = 0; i < 3000; ++i) {

@@ -84,12 +84,12 @@ public:
     LmString& PrintToLmString(LmString& out, const char* format) const;
     LmDateTime* ScanFromLmString(LmString& text, const char* format);
 
+    int8_t room = 0;  // the byte after the second: zero, and not part of the value
+
 private:
     // Sets hour and minute from minutes of the day m, moving the date by one day
     // when m is below 0 or at least 1440.
     void SetMinutesOfDay(int m) noexcept;
-
-    int8_t room_ = 0;  // the byte after the second, kept zero
 };
 static_assert(sizeof(LmDateTime) == 8, "an LmDateTime is 8 bytes in memory");
 

@@ -158,7 +158,11 @@ public:
     LmTimeSpan& SetNanoSeconds(int n) noexcept;
 
     // The distance between two moments read as calendar date-times, as a span that is
-    // never negative; a null operand counts as the clear value.
+    // never negative; a null operand counts as the clear value. Whole days come from the
+    // calendar and split into 360-day years and 30-day months. When the later moment's
+    // nanoseconds are the smaller, a second is borrowed by stepping the earlier time on
+    // with LmTime's ++, which wraps at 23:59:59 without moving the date: such a pair
+    // comes out a day too long. The rule is kept as it stands.
     static LmTimeSpan Difference(const LmTimeSpan& a, const LmTimeSpan& b) noexcept;
     static LmTimeSpan Difference(const LmDateTimeN& a, const LmDateTimeN& b) noexcept;
 

@@ -22,9 +22,7 @@ constinit const LmDateTime kClear(0, 0, 0, 0, 0, 0);
 constexpr unsigned short kAllOptions = 0xFFFF;
 
 inline LmDate& DatePart(LmDateTime& v) noexcept { return v; }
-inline const LmDate& DatePart(const LmDateTime& v) noexcept { return v; }
 inline LmTime& TimePart(LmDateTime& v) noexcept { return v; }
-inline const LmTime& TimePart(const LmDateTime& v) noexcept { return v; }
 
 }  // namespace
 

@@ -133,11 +133,6 @@ inline LmDate DateOf(const Record& v) noexcept {
 inline LmTime TimeOf(const Record& v) noexcept {
     return LmTime(static_cast<char>(v.hour), static_cast<char>(v.minute), static_cast<char>(v.second));
 }
-inline void SetDate(Record& v, const LmDate& d) noexcept {
-    v.year = d.year;
-    v.month = d.month;
-    v.day = d.day;
-}
 inline void SetTime(Record& v, const LmTime& t) noexcept {
     v.hour = t.hour;
     v.minute = t.minute;
