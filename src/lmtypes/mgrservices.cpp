@@ -89,14 +89,17 @@ int LmTypeMgr::SetNullValue(char id, void* value) const {
 // capability 3 first.
 int LmTypeMgr::StoreTimeStamp(char id, void* dest, unsigned char format, void* stamp) const {
     if (stamp == nullptr) return LM_ERR_NOT_SUPPORTED;
-    LmDateTimeNRecord r;
-    std::memcpy(&r, stamp, sizeof r);
+    const int raw = static_cast<signed char>(id);
+    const void* source = nullptr;
+    // The standard family's values, built only for their ids: the stamp of another
+    // id need not hold a whole record.
+    LmDateTimeNRecord r{};
+    if (raw == D_DATE_T || raw == D_TIME_T || raw == D_TIMESTAMP_T) std::memcpy(&r, stamp, sizeof r);
     const d_Date date(r.year, static_cast<uint8_t>(r.month), static_cast<uint8_t>(r.day));
     const d_Time time(static_cast<uint8_t>(r.hour), static_cast<uint8_t>(r.minute),
                       static_cast<float>(r.second) + static_cast<float>(r.nanoseconds));
     const d_Timestamp both(date, time);
-    const void* source = nullptr;
-    switch (static_cast<signed char>(id)) {
+    switch (raw) {
         case LmDATE_T:
         case LmDATIME_T:
         case LmDATIME_N_T:
