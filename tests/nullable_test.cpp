@@ -138,6 +138,9 @@ void CheckMember(char id, char base, T low, T mid, T high) {
     }
     N pair[2] = {Of(mid), junk};
     EXPECT_EQ(mgr.Hash(id, 0, pair, 2, LmFormatMemory, status), midHash ^ kNullWord);
+    EXPECT_EQ(mgr.Hash(id, 0, pair, 1, LmFormatMemory, status), midHash);
+    EXPECT_EQ(mgr.Hash(id, 0, &junk, 1, LmFormatMemory, status), kNullWord);
+    EXPECT_EQ(mgr.Hash(id, 0, Stored<T>(id, {junk}, LmFormatLittle).data(), 1, LmFormatLittle, status), kNullWord);
     EXPECT_EQ(status, LM_OK);
 
     // Text: a null prints the null print string; a value prints and scans as the base.

@@ -9,6 +9,7 @@
 // non-null element hashes exactly as the base slot hashes its value in form 8.
 #include "_lmnulty.h"
 
+#include <cmath>
 #include <cstring>
 #include <new>
 #include <type_traits>
@@ -52,29 +53,46 @@ struct Element {
 // and behind the value when bit 3 of the format is set. Only a flag of exactly 1 is
 // null, and a null's value is 0. The bytes of a cut element that are missing read as
 // 0, so a record cut between flag and value has the value 0.
+// An element in a form read straight from its bytes: form 1 (flag, then value) or a
+// form with bit 3 set (value, then flag).
+// A null's value is cleared by a mask, not a branch: the flags of stored keys are
+// not predictable.
+template <typename T>
+[[gnu::always_inline]] inline Element<T> DirectElement(const unsigned char* p, bool valueFirst) {
+    using Bits = std::conditional_t<sizeof(T) == 1, uint8_t,
+                                    std::conditional_t<sizeof(T) == 2, uint16_t,
+                                                       std::conditional_t<sizeof(T) == 4, uint32_t, uint64_t>>>;
+    static_assert(sizeof(Bits) == sizeof(T));
+    Element<T> e;
+    Bits bits;
+    std::memcpy(&bits, valueFirst ? p : p + 1, sizeof bits);
+    e.null = p[valueFirst ? sizeof(T) : 0] == 1;
+    bits &= static_cast<Bits>(Bits{0} - static_cast<Bits>(!e.null));
+    std::memcpy(static_cast<void*>(&e.value), &bits, sizeof bits);
+    return e;
+}
+
 template <typename T, typename Base>
-inline Element<T> ReadElement(const unsigned char* p, size_t have, unsigned char format) {
-    unsigned char whole[kElement<T>];
-    if (have < kElement<T>) {
-        std::memset(whole, 0, sizeof whole);
-        std::memcpy(whole, p, have);
-        p = whole;
-    }
+Element<T> ReadCutElement(const unsigned char* p, size_t have, unsigned char format);
+
+// Inlined into the compare and hash loops: their hot path.
+template <typename T, typename Base>
+[[gnu::always_inline]] inline Element<T> ReadElement(const unsigned char* p, size_t have, unsigned char format) {
+    if (have < kElement<T>) [[unlikely]]
+        return ReadCutElement<T, Base>(p, have, format);
+    if ((format & 8) != 0 || (format & 15) == LmFormatLittle) return DirectElement<T>(p, (format & 8) != 0);
     Element<T> e{};
-    unsigned char flag;
-    if ((format & 8) != 0) {
-        std::memcpy(&e.value, p, sizeof(T));
-        flag = p[sizeof(T)];
-    } else {
-        flag = p[0];
-        if ((format & 15) == LmFormatLittle)
-            std::memcpy(&e.value, p + 1, sizeof(T));
-        else
-            Base::Row().Load(&e.value, p + 1, format, 1);
-    }
-    e.null = flag == 1;
+    Base::Row().Load(&e.value, p + 1, format, 1);
+    e.null = p[0] == 1;
     if (e.null) e.value = T{};
     return e;
+}
+
+template <typename T, typename Base>
+[[gnu::noinline]] Element<T> ReadCutElement(const unsigned char* p, size_t have, unsigned char format) {
+    unsigned char whole[kElement<T>] = {};
+    std::memcpy(whole, p, have);
+    return ReadElement<T, Base>(whole, kElement<T>, format);
 }
 
 // The order of two values: integers signed or unsigned by their type, LmInt64 by its
@@ -82,6 +100,8 @@ inline Element<T> ReadElement(const unsigned char* p, size_t have, unsigned char
 template <typename T>
 inline int ValueOrder(const T& a, const T& b) {
     if constexpr (std::is_floating_point_v<T>) {
+        // Rank 0 is a finite value: two of them compare by the numbers.
+        if (std::isfinite(a) && std::isfinite(b)) return b > a ? -1 : (a > b ? 1 : 0);
         const int ra = LmFloatRank(a), rb = LmFloatRank(b);
         if (ra == 0 && rb == 0) return b > a ? -1 : (a > b ? 1 : 0);
         return ra < rb ? -1 : (ra > rb ? 1 : 0);
@@ -113,6 +133,13 @@ inline uint32_t BaseHashOf(const T& v) {
     return word * kHashMultiplier;
 }
 
+// The null rule first; the values decide only between two values.
+template <typename T>
+inline int ElementOrder(const Element<T>& x, const Element<T>& y) {
+    const LmNullRelation nr = LmNullRelationOf(x.null, y.null);
+    return nr == LmNullRelation::unknown ? ValueOrder(x.value, y.value) : LmNullRelationNumber(nr);
+}
+
 // The stride of Cmp and Hash: the memory length in form 8, else one stored element.
 template <typename T>
 inline size_t Stride(unsigned char format) {
@@ -124,6 +151,12 @@ inline size_t Present(unsigned len, unsigned count, size_t stride) {
 }
 
 }  // namespace
+
+template <typename T, typename Base>
+int CompareWalk(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2, unsigned count,
+                int& status);
+template <typename T, typename Base>
+unsigned HashWalk(unsigned char format, unsigned len, void* value, unsigned count, int& status);
 
 // ---- Life cycle. ----
 
@@ -256,16 +289,36 @@ template <typename T, typename Base>
 int LmNullType<T, Base>::Compare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
                                  unsigned short, unsigned count, int& status) {
     const auto nibble = static_cast<unsigned char>(format & 15);
-    const size_t stride = Stride<T>(nibble);
     const auto* first1 = static_cast<const unsigned char*>(value1);
     const auto* first2 = static_cast<const unsigned char*>(value2);
+    if (count == 1 && (nibble == LmFormatLittle || nibble == LmFormatMemory) &&
+        (len1 == 0 || len1 >= kElement<T>) && (len2 == 0 || len2 >= kElement<T>)) {
+        // The common case of index code: one whole element on each side in a form
+        // read straight from the bytes, status set once. The null rule without a
+        // branch: a null holds 0, so both orders can be had and the flags pick one.
+        status = LM_OK;
+        const Element<T> x = DirectElement<T>(first1, nibble == LmFormatMemory);
+        const Element<T> y = DirectElement<T>(first2, nibble == LmFormatMemory);
+        const int byValue = ValueOrder(x.value, y.value), byNull = int{y.null} - int{x.null};
+        const int anyNull = -int{x.null || y.null};
+        return (byNull & anyNull) | (byValue & ~anyNull);
+    }
+    return CompareWalk<T, Base>(format, len1, value1, len2, value2, count, status);
+}
+
+// The walk over several elements, or over a cut one, out of the slot's own frame.
+template <typename T, typename Base>
+[[gnu::noinline]] int CompareWalk(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
+                                  unsigned count, int& status) {
+    const auto nibble = static_cast<unsigned char>(format & 15);
+    const auto* first1 = static_cast<const unsigned char*>(value1);
+    const auto* first2 = static_cast<const unsigned char*>(value2);
+    const size_t stride = Stride<T>(nibble);
     const size_t end1 = Present(len1, count, stride), end2 = Present(len2, count, stride);
     return lmscalar::CompareLoop(
         stride, len1, value1, len2, value2, count, status, [&](const unsigned char* a, const unsigned char* b) {
-            const Element<T> x = ReadElement<T, Base>(a, end1 - static_cast<size_t>(a - first1), nibble);
-            const Element<T> y = ReadElement<T, Base>(b, end2 - static_cast<size_t>(b - first2), nibble);
-            const LmNullRelation nr = LmNullRelationOf(x.null, y.null);
-            return nr == LmNullRelation::unknown ? ValueOrder(x.value, y.value) : LmNullRelationNumber(nr);
+            return ElementOrder(ReadElement<T, Base>(a, end1 - static_cast<size_t>(a - first1), nibble),
+                                ReadElement<T, Base>(b, end2 - static_cast<size_t>(b - first2), nibble));
         });
 }
 
@@ -273,6 +326,20 @@ int LmNullType<T, Base>::Compare(unsigned char format, unsigned len1, void* valu
 // multiplied at the end.
 template <typename T, typename Base>
 unsigned LmNullType<T, Base>::Hash(unsigned char format, unsigned len, void* value, unsigned count, int& status) {
+    const auto nibble = static_cast<unsigned char>(format & 15);
+    if (count == 1 && (nibble == LmFormatLittle || nibble == LmFormatMemory) && (len == 0 || len >= kElement<T>)) {
+        // One whole element read straight from its bytes, as index code hashes a key.
+        status = LM_OK;
+        const Element<T> e = DirectElement<T>(static_cast<const unsigned char*>(value), nibble == LmFormatMemory);
+        const uint32_t byValue = BaseHashOf(e.value), isNull = 0u - uint32_t{e.null};
+        return (kNullHashWord & isNull) | (byValue & ~isNull);
+    }
+    return HashWalk<T, Base>(format, len, value, count, status);
+}
+
+// The walk over several elements, or over a cut one, out of the slot's own frame.
+template <typename T, typename Base>
+[[gnu::noinline]] unsigned HashWalk(unsigned char format, unsigned len, void* value, unsigned count, int& status) {
     const auto nibble = static_cast<unsigned char>(format & 15);
     const size_t stride = Stride<T>(nibble);
     const auto* first = static_cast<const unsigned char*>(value);

@@ -60,6 +60,9 @@ void OpenFields(const unsigned char* value, unsigned n, bool literal, unsigned s
 
 // ---- LmDate: year (16 bits), month, day, on the line of absolute days. ----
 
+// The date of absolute day 0, below which no bound opens.
+const LmDate kDayZero(0);
+
 int DateKeyLine(const void* key, unsigned char format) {
     const auto* k = static_cast<const unsigned char*>(key);
     return LmDate(static_cast<short>(Load16(k, format)), static_cast<char>(k[2]), static_cast<char>(k[3]));
@@ -203,7 +206,7 @@ float DateEvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsi
         max = DateKeyLine(range->upper, format);
     }
     const Copies c = FillFromValue(out, value, op, 4 * count);
-    const LmDate first(0);
+    const LmDate& first = kDayZero;
     LmDate lower(static_cast<short>(Load16(v, format)), static_cast<char>(v[2]), static_cast<char>(v[3]));
     LmDate upper = lower;
     if (lower.year == -1) {
