@@ -185,8 +185,9 @@ TEST(NanoArithmetic, SpanThirtyDayRule) {
     }
     // The day split of the constructor.
     const std::pair<int, Fields> splits[] = {
-        {-1, {0, 0, -1, 1, 2, 3, 4}},  {-31, {0, -2, 29, 1, 2, 3, 4}},   {45, {0, 1, 15, 1, 2, 3, 4}},
-        {400, {1, 1, 10, 1, 2, 3, 4}}, {-400, {-2, 10, 20, 1, 2, 3, 4}}, {INT_MAX, {32767, 4, 7, 1, 2, 3, 4}},
+        {-1, {0, 0, -1, 1, 2, 3, 4}},         {-31, {0, -2, 29, 1, 2, 3, 4}}, {45, {0, 1, 15, 1, 2, 3, 4}},
+        {400, {1, 1, 10, 1, 2, 3, 4}},        {360, {1, 0, 0, 1, 2, 3, 4}},   {-400, {-2, 10, 20, 1, 2, 3, 4}},
+        {INT_MAX, {32767, 4, 7, 1, 2, 3, 4}},
     };
     for (const auto& [days, expected] : splits) EXPECT_EQ(Of(LmTimeSpan(days, 1, 2, 3, 4)), expected) << days;
 }
@@ -273,6 +274,7 @@ TEST(NanoValue, ConstantsTotalsAndCompare) {
     EXPECT_EQ(N(0, 3, 1, 1, 0, 2, 7).GetTotalSeconds(), 60 * 86400LL + 3602);
     EXPECT_EQ(N(0, 3, 1, 1, 0, 2, 7).GetTotalNanoSeconds(), (60 * 86400LL + 3602) * 1000000000LL + 7);
     EXPECT_DOUBLE_EQ(LmTimeSpan(0, 0, 1, 0, 0, 1, 500000000).GetTotalSeconds_f(), 86401.5);
+    EXPECT_DOUBLE_EQ(N(0, 1, 2, 0, 0, 1, 250000000).GetTotalSeconds_f(), 86401.25);
     EXPECT_EQ(LmTimeSpan(1, 2, 3, 0, 0, 0, 0).GetTotalDays(), 423);
     EXPECT_EQ(Of(LmTimeSpan().SetTotalDays(423)), Fields(1, 2, 3, 0, 0, 0, 0));
     EXPECT_EQ(Of(LmDateTimeN().SetTotalSeconds(86401LL)), Fields(0, 1, 2, 0, 0, 1, 0));
