@@ -93,6 +93,26 @@ TEST(NanoArithmetic, DateTimeAgainstOracle) {
     }
 }
 
+// A date-time moves in the calendar exactly when LmDate::IsDate says its date is real,
+// over every year and every month-end.
+TEST(NanoArithmetic, CalendarOrThirtyDayRule) {
+    for (int y = -32768; y <= 32767; y += (y > -5000 && y < 2500) ? 1 : 97) {
+        for (int m = 0; m <= 13; ++m) {
+            for (int d : {0, 1, 28, 29, 30, 31, 32}) {
+                const LmDate date(static_cast<short>(y), static_cast<char>(m), static_cast<char>(d));
+                const int n = d * 977 - y * 3 + (m - 6) * 40000;  // near and far, both ways
+                LmDateTimeN v(date);
+                v.AddDays(n);
+                if (date.IsDate() != 0) {
+                    ASSERT_EQ(Of(v), Of(LmDateTimeN(date + n))) << y << "-" << m << "-" << d;
+                } else if (y > -32000 && y < 32000) {  // the 30-day rule keeps the count of 30-day months
+                    ASSERT_EQ((v.year * 12 + v.month) * 30 + v.day, (y * 12 + m) * 30 + d + n) << y << "-" << m;
+                }
+            }
+        }
+    }
+}
+
 TEST(NanoArithmetic, BoundaryCarries) {
     const struct {
         Fields start;
@@ -165,8 +185,9 @@ TEST(NanoArithmetic, SpanThirtyDayRule) {
     }
     // The day split of the constructor.
     const std::pair<int, Fields> splits[] = {
-        {-1, {0, 0, -1, 1, 2, 3, 4}},  {-31, {0, -2, 29, 1, 2, 3, 4}},   {45, {0, 1, 15, 1, 2, 3, 4}},
-        {400, {1, 1, 10, 1, 2, 3, 4}}, {-400, {-2, 10, 20, 1, 2, 3, 4}}, {INT_MAX, {32767, 4, 7, 1, 2, 3, 4}},
+        {-1, {0, 0, -1, 1, 2, 3, 4}},         {-31, {0, -2, 29, 1, 2, 3, 4}}, {45, {0, 1, 15, 1, 2, 3, 4}},
+        {400, {1, 1, 10, 1, 2, 3, 4}},        {360, {1, 0, 0, 1, 2, 3, 4}},   {-400, {-2, 10, 20, 1, 2, 3, 4}},
+        {INT_MAX, {32767, 4, 7, 1, 2, 3, 4}},
     };
     for (const auto& [days, expected] : splits) EXPECT_EQ(Of(LmTimeSpan(days, 1, 2, 3, 4)), expected) << days;
 }
@@ -196,6 +217,42 @@ TEST(NanoArithmetic, Difference) {
     }
 }
 
+// Difference step by step on LmDate and LmTime, for any field values.
+Fields LiteralDifference(LmDateTimeNRecord hi, LmDateTimeNRecord lo) {
+    const auto date = [](const LmDateTimeNRecord& v) { return LmDate(v.year, char(v.month), char(v.day)); };
+    const auto time = [](const LmDateTimeNRecord& v) { return LmTime(char(v.hour), char(v.minute), char(v.second)); };
+    if (LmTimeSpan(hi.year, hi.month, hi.day, hi.hour, hi.minute, hi.second, hi.nanoseconds)
+            .Compare(LmTimeSpan(lo.year, lo.month, lo.day, lo.hour, lo.minute, lo.second, lo.nanoseconds),
+                     LM_CMP_NO_WILDCARD) < 0) {
+        std::swap(hi, lo);
+    }
+    int days = date(hi) - date(lo);
+    LmTime loTime = time(lo);
+    if (hi.nanoseconds < lo.nanoseconds) hi.nanoseconds += 1000000000, ++loTime;
+    LmTime hiTime = time(hi);
+    if (hiTime < loTime && days >= 1) --days, hiTime.hour = static_cast<int8_t>(hiTime.hour + 24);
+    const LmTime t = hiTime - loTime;
+    return {int16_t(days / 360),
+            int8_t(days / 30 - 12 * (days / 360)),
+            int8_t(days % 30),
+            t.hour,
+            t.minute,
+            t.second,
+            hi.nanoseconds - lo.nanoseconds};
+}
+
+TEST(NanoArithmetic, DifferenceOfAnyFields) {
+    std::mt19937_64 gen(43);
+    std::uniform_int_distribution<int> year(-3000, 3000), field(-3, 62), ns(-1, 999999999);
+    for (int i = 0; i < 20000; ++i) {
+        const auto f = [&] { return static_cast<char>(field(gen) % (i % 2 != 0 ? 60 : 62)); };
+        const LmDateTimeN a(static_cast<short>(year(gen)), f(), f(), f(), f(), f(), ns(gen));
+        const LmDateTimeN b = i % 3 == 0 ? LmDateTimeN(a.year, a.month, a.day, f(), f(), f(), ns(gen))
+                                         : LmDateTimeN(static_cast<short>(year(gen)), f(), f(), f(), f(), f(), ns(gen));
+        ASSERT_EQ(Of(LmTimeSpan::Difference(a, b)), LiteralDifference(a, b)) << i;
+    }
+}
+
 TEST(NanoValue, ConstantsTotalsAndCompare) {
     EXPECT_EQ(Of(LmDateTimeN()), Of(LmDateTimeN::NullValue()));
     EXPECT_EQ(Of(LmTimeSpan()), Fields(-32768, -128, -128, -128, -128, -128, 0));
@@ -217,6 +274,7 @@ TEST(NanoValue, ConstantsTotalsAndCompare) {
     EXPECT_EQ(N(0, 3, 1, 1, 0, 2, 7).GetTotalSeconds(), 60 * 86400LL + 3602);
     EXPECT_EQ(N(0, 3, 1, 1, 0, 2, 7).GetTotalNanoSeconds(), (60 * 86400LL + 3602) * 1000000000LL + 7);
     EXPECT_DOUBLE_EQ(LmTimeSpan(0, 0, 1, 0, 0, 1, 500000000).GetTotalSeconds_f(), 86401.5);
+    EXPECT_DOUBLE_EQ(N(0, 1, 2, 0, 0, 1, 250000000).GetTotalSeconds_f(), 86401.25);
     EXPECT_EQ(LmTimeSpan(1, 2, 3, 0, 0, 0, 0).GetTotalDays(), 423);
     EXPECT_EQ(Of(LmTimeSpan().SetTotalDays(423)), Fields(1, 2, 3, 0, 0, 0, 0));
     EXPECT_EQ(Of(LmDateTimeN().SetTotalSeconds(86401LL)), Fields(0, 1, 2, 0, 0, 1, 0));

@@ -57,23 +57,54 @@ inline int16_t ClampYear(int64_t y) noexcept {
     return static_cast<int16_t>(y < -32768 ? -32768 : (y > 32767 ? 32767 : y));
 }
 
+// LmDate::dateabs where it is exact (from -4900-03-01 on, the year then cut to 16
+// bits), by the era-based civil-day algorithm, which is the shorter chain.
+constexpr int kExactFrom = -68569, kExactBelow = 500000000;
+inline void SetCivil(Record& v, int absoluteDay) noexcept {
+    const int z = absoluteDay - 2440588 + 719468;  // days since 0000-03-01
+    const int era = (z >= 0 ? z : z - 146096) / 146097;
+    const int doe = z - era * 146097;
+    const int yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+    const int doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+    const int mp = (5 * doy + 2) / 153;
+    const int m = mp < 10 ? mp + 3 : mp - 9;
+    v.day = static_cast<int8_t>(doy - (153 * mp + 2) / 5 + 1);
+    v.month = static_cast<int8_t>(m);
+    v.year = static_cast<int16_t>(yoe + era * 400 + (m <= 2 ? 1 : 0));
+}
+
+// LmDate::IsDate: day 1 to 31 and month 1 to 12 read unsigned, and a day that the
+// month has. Where the absolute-day formula is the Gregorian calendar the month's
+// length is that of the calendar; before, the formula itself is asked.
+inline bool IsRealDate(int year, int month, int day) noexcept {
+    if (static_cast<uint8_t>(day - 1) >= 31 || static_cast<uint8_t>(month - 1) >= 12) return false;
+    if (year >= -4700) {
+        static constexpr int8_t kLength[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+        const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+        return day <= kLength[month - 1] + (month == 2 && leap ? 1 : 0);
+    }
+    const LmDate date(static_cast<short>(year), static_cast<char>(month), static_cast<char>(day));
+    return date.daynxtmonth() > 0;
+}
+
 // Step 5. A date-time whose first four bytes are a real date moves in the calendar;
 // anything else (a span, or a date-time such as the clear value) by 30-day months and
 // 12-month years, keeping a negative remainder while nothing above it is set.
 void AddDaysCore(Record& v, int n, bool span) noexcept {
     if (n == 0) return;
-    // A real date: LmDate::IsDate and LmDate::operator+=, with the absolute day worked
-    // out once.
-    if (!span && static_cast<uint8_t>(v.day - 1) < 31 && static_cast<uint8_t>(v.month - 1) < 12) {
+    // A real date (LmDate::IsDate) moves by LmDate::operator+=, through its absolute day.
+    if (!span && IsRealDate(v.year, v.month, v.day)) {
         LmDate date(v.year, static_cast<char>(v.month), static_cast<char>(v.day));
-        const int abs = date.dayabs();
-        if (LmDate(v.year, static_cast<char>(v.month + 1), 1).dayabs() - abs > 0) {
-            date.dateabs(Wrap(int64_t{abs} + n));
+        const int target = Wrap(int64_t{date.dayabs()} + n);
+        if (target >= kExactFrom && target < kExactBelow) {
+            SetCivil(v, target);
+        } else {
+            date.dateabs(target);
             v.year = date.year;
             v.month = date.month;
             v.day = date.day;
-            return;
         }
+        return;
     }
     int64_t total = int64_t{v.day} + n;
     int64_t q = total / 30, r = total % 30;
@@ -121,9 +152,30 @@ void AddSecondsCore(Record& v, int64_t n, bool span) noexcept {
     AddMinutesCore(v, Wrap(q), span);
 }
 
-// Step 1.
+// Step 1. When every field below the day is in its range, the four carries are those
+// of one count of nanoseconds in the day: the same result with two wide divisions
+// instead of eight. (No carry of a count of nanoseconds leaves 32 bits.)
 void AddNanosCore(Record& v, int64_t n, bool span) noexcept {
     if (n == 0) return;
+    constexpr int64_t kDay = 86400 * kNanos;
+    if (v.nanoseconds >= 0 && v.nanoseconds < kNanos && static_cast<uint8_t>(v.second) < 60 &&
+        static_cast<uint8_t>(v.minute) < 60 && static_cast<uint8_t>(v.hour) < 24 && n > -(int64_t{1} << 62) &&
+        n < (int64_t{1} << 62)) {
+        int64_t t = ((v.hour * 60 + v.minute) * 60 + v.second) * kNanos + v.nanoseconds + n;
+        int64_t days = t / kDay;
+        t %= kDay;
+        if (t < 0) {
+            t += kDay;
+            --days;
+        }
+        const auto seconds = static_cast<int32_t>(t / kNanos);
+        v.nanoseconds = static_cast<int32_t>(t - seconds * kNanos);
+        v.hour = static_cast<int8_t>(seconds / 3600);
+        v.minute = static_cast<int8_t>(seconds / 60 % 60);
+        v.second = static_cast<int8_t>(seconds % 60);
+        AddDaysCore(v, static_cast<int>(days), span);
+        return;
+    }
     int64_t r = 0;
     const int64_t q = FloorCarry(v.nanoseconds, n, kNanos, r);
     v.nanoseconds = static_cast<int32_t>(r);
@@ -144,11 +196,6 @@ inline LmDate DateOf(const Record& v) noexcept {
 }
 inline LmTime TimeOf(const Record& v) noexcept {
     return LmTime(static_cast<char>(v.hour), static_cast<char>(v.minute), static_cast<char>(v.second));
-}
-inline void SetTime(Record& v, const LmTime& t) noexcept {
-    v.hour = t.hour;
-    v.minute = t.minute;
-    v.second = t.second;
 }
 
 inline bool SameFields(const Record& a, const Record& b) noexcept {
@@ -407,33 +454,76 @@ LmTimeSpan& LmTimeSpan::SetNanoSeconds(int n) noexcept {
     return *this;
 }
 
+namespace {
+
+// A time of day as three ints, so that Difference keeps it in registers.
+struct Hms {
+    int h, m, s;
+};
+
+inline bool IsTimeOfDay(const Hms& t) noexcept {
+    return static_cast<uint8_t>(t.h) <= 23 && static_cast<uint8_t>(t.m) <= 59 && static_cast<uint8_t>(t.s) <= 59;
+}
+
+// LmTime's prefix ++: on a real time of day one second on, 23:59:59 wrapping to
+// 00:00:00; anything else goes through LmTime itself.
+inline void Increment(Hms& t) noexcept {
+    if (IsTimeOfDay(t)) {
+        if (++t.s == 60 && (t.s = 0, ++t.m == 60) && (t.m = 0, ++t.h == 24)) t.h = 0;
+        return;
+    }
+    LmTime x(static_cast<char>(t.h), static_cast<char>(t.m), static_cast<char>(t.s));
+    ++x;
+    t = {x.hour, x.minute, x.second};
+}
+
+// LmTime's operator< : the first field that differs, as numbers.
+inline bool Earlier(const Hms& a, const Hms& b) noexcept {
+    if (a.h != b.h) return a.h < b.h;
+    if (a.m != b.m) return a.m < b.m;
+    return a.s < b.s;
+}
+
+// LmTime's hi - lo. When lo is a time of day, hi's minute and second are in range,
+// its hour below 48 and the seconds of hi are not fewer than lo's, that is the
+// difference of the seconds folded into one day; anything else goes through LmTime.
+inline Hms Minus(const Hms& hi, const Hms& lo) noexcept {
+    const int diff = (hi.h * 60 + hi.m) * 60 + hi.s - ((lo.h * 60 + lo.m) * 60 + lo.s);
+    if (IsTimeOfDay(lo) && hi.h >= 0 && hi.h < 48 && static_cast<unsigned>(hi.m) <= 59 &&
+        static_cast<unsigned>(hi.s) <= 59 && diff >= 0) {
+        return {diff / 3600 % 24, diff / 60 % 60, diff % 60};
+    }
+    const LmTime x = LmTime(static_cast<char>(hi.h), static_cast<char>(hi.m), static_cast<char>(hi.s)) -
+                     LmTime(static_cast<char>(lo.h), static_cast<char>(lo.m), static_cast<char>(lo.s));
+    return {x.hour, x.minute, x.second};
+}
+
+}  // namespace
+
 // The later operand less the earlier: whole days by the calendar, a borrow of one
 // second when the nanoseconds are short and of one day when the time of day is; the
 // days then split into 360-day years and 30-day months.
 LmTimeSpan LmTimeSpan::Difference(const LmTimeSpan& a, const LmTimeSpan& b) noexcept {
-    Record x = a.IsNullValue() != 0 ? kSpanClear : a;
-    Record y = b.IsNullValue() != 0 ? kSpanClear : b;
+    const Record& x = a.IsNullValue() != 0 ? kSpanClear : a;
+    const Record& y = b.IsNullValue() != 0 ? kSpanClear : b;
     const bool aLater = lmdatetime::CompareNanoRecords(x, y, LM_CMP_NO_WILDCARD) >= 0;
-    Record& hi = aLater ? x : y;
-    Record& lo = aLater ? y : x;
-    int days = DateOf(hi) - DateOf(lo);
-    if (hi.nanoseconds < lo.nanoseconds) {
-        hi.nanoseconds = Wrap(int64_t{hi.nanoseconds} + kNanos);
-        LmTime t = TimeOf(lo);
-        SetTime(lo, ++t);
+    const Record& hi = aLater ? x : y;
+    const Record& lo = aLater ? y : x;
+    int days = DateOf(hi).dayabs() - DateOf(lo).dayabs();
+    Hms hiTime{hi.hour, hi.minute, hi.second}, loTime{lo.hour, lo.minute, lo.second};
+    int32_t hiNanos = hi.nanoseconds;
+    if (hiNanos < lo.nanoseconds) {
+        hiNanos = Wrap(int64_t{hiNanos} + kNanos);
+        Increment(loTime);
     }
-    if (TimeOf(hi) < TimeOf(lo) && days >= 1) {
+    if (Earlier(hiTime, loTime) && days >= 1) {
         --days;
-        hi.hour = static_cast<int8_t>(hi.hour + 24);
+        hiTime.h = static_cast<int8_t>(hiTime.h + 24);
     }
-    LmTimeSpan result;
+    const Hms t = Minus(hiTime, loTime);
     const int years = days / 360;
-    result.year = static_cast<int16_t>(years);
-    result.month = static_cast<int8_t>(days / 30 - 12 * years);
-    result.day = static_cast<int8_t>(days - 30 * (days / 30));
-    result.nanoseconds = Wrap(int64_t{hi.nanoseconds} - lo.nanoseconds);
-    SetTime(result, TimeOf(hi) - TimeOf(lo));
-    return result;
+    return LmTimeSpan(years, days / 30 - 12 * years, days - 30 * (days / 30), t.h, t.m, t.s,
+                      Wrap(int64_t{hiNanos} - lo.nanoseconds));
 }
 
 LmTimeSpan LmTimeSpan::Difference(const LmDateTimeN& a, const LmDateTimeN& b) noexcept {
