@@ -152,8 +152,9 @@ TEST_F(StdDate, TimeFieldsZonesAndOrder) {
     EXPECT_EQ(Of(d_Time(13, 0, 0.0f) + d_Interval()), TimeFields(2, 0, 17, 0, 0, 0));
     d_Time t(13, 0, 0.0f);
     EXPECT_EQ(Of(t += d_Interval()), TimeFields(2, 0, 15, 0, 0, 0));
-    EXPECT_EQ(Of(d_Time(-1)), TimeFields(2, 0, 25, 59, 59, 0));       // 23:59:59, the zone added
-    EXPECT_EQ(Of(d_Time(90000)), TimeFields(2, 0, 27, 0, 0, 0));      // a positive count is not reduced
+    EXPECT_EQ(Of(d_Time(-1)), TimeFields(2, 0, 25, 59, 59, 0));   // 23:59:59, the zone added
+    EXPECT_EQ(Of(d_Time(90000)), TimeFields(2, 0, 27, 0, 0, 0));  // a positive count is not reduced
+    EXPECT_EQ(Of(d_Time(3660)), TimeFields(2, 0, 3, 1, 0, 0));
     EXPECT_EQ(Of(d_Time(INT_MIN)), TimeFields(2, 0, 22, 45, 52, 0));  // 24856 days brought in: 20:45:52
     EXPECT_EQ(Of(d_Time(10, 30, 5.5f, -5, -30)), TimeFields(-5, -30, 5, 0, 5, 50));
     EXPECT_EQ(std::make_tuple(t.hour(), t.minute(), t.tz_hour()), std::make_tuple(13, 0, 2));
@@ -174,6 +175,11 @@ TEST_F(StdDate, TimeFieldsZonesAndOrder) {
     bksPinTimeZone(-330);  // -5:30: -19800 seconds, whole hours truncated
     d_Time::set_default_Time_Zone_to_local();
     EXPECT_EQ(d_Time::default_Time_Zone(), d_Time::GMT_5);
+    bksPinTimeZone(180);
+    d_Time::set_default_Time_Zone_to_local();
+    EXPECT_EQ(d_Time::default_Time_Zone(), d_Time::GMT3);
+    bksPinTimeZone(-330);
+    d_Time::set_default_Time_Zone_to_local();
     bksPinTimeZone(0);  // a zone of 0 leaves the default
     d_Time::set_default_Time_Zone_to_local();
     EXPECT_EQ(d_Time::default_Time_Zone(), d_Time::GMT_5);
@@ -185,10 +191,10 @@ TEST_F(StdDate, TimeFieldsZonesAndOrder) {
         {Raw(0, 30, 13, 50, 0, 0), Raw(0, 0, 13, 0, 0, 0), 20}, {Raw(3, 0, 1, 0, 0, 0), Raw(0, 0, 1, 0, 0, 0), 65533},
     };
     for (const auto& [a, b, r] : order) EXPECT_EQ(a != b, r) << ::testing::PrintToString(Of(a));
-    EXPECT_EQ(
-        std::make_tuple(Raw(0, 0, 1, 0, 0, 0) < Raw(0, 0, 2, 0, 0, 0), Raw(0, 0, 1, 0, 0, 10) <= Raw(0, 0, 1, 0, 0, 0),
-                        Raw(0, 0, 1, 0, 0, 10) == Raw(0, 0, 1, 0, 0, 0)),
-        std::make_tuple(1, 1, 1));
+    EXPECT_EQ(std::make_tuple(
+                  Raw(0, 0, 1, 0, 0, 0) < Raw(0, 0, 2, 0, 0, 0), Raw(0, 0, 1, 0, 0, 10) <= Raw(0, 0, 1, 0, 0, 0),
+                  Raw(0, 0, 1, 0, 0, 10) == Raw(0, 0, 1, 0, 0, 0), Raw(0, 0, 1, 0, 0, 0) >= Raw(0, 0, 1, 0, 0, 9)),
+              std::make_tuple(1, 1, 1, 1));
 }
 
 TEST_F(StdDate, TimeArithmetic) {
@@ -235,7 +241,8 @@ TEST_F(StdDate, Intervals) {
     EXPECT_EQ(std::make_tuple((h * 3).total_seconds(), (2 * h).total_seconds(), (h / 4).total_seconds(),
                               (h / 0).total_seconds(), (-h).total_seconds(), (h - h).is_zero()),
               std::make_tuple(10800.0f, 7200.0f, 900.0f, 3600.0f, -3600.0f, 1));
-    EXPECT_EQ(std::make_tuple(h < h * 2, h >= h, h == h / 1, h != h / 2), std::make_tuple(1, 1, 1, 1));
+    EXPECT_EQ(std::make_tuple(h<h * 2, h >= h, h <= h, h> h / 2, h == h / 1, h != h / 2),
+              std::make_tuple(1, 1, 1, 1, 1, 1));
 }
 
 TEST_F(StdDate, TimestampArithmetic) {
@@ -460,15 +467,19 @@ TEST_F(StdDate, TextConversionsDefaultsAndSteps) {
     EXPECT_EQ(std::make_tuple(Of(fromStamps[0].time()), Of(fromStamps[1].time()), Of(fromStamps[2].date())),
               std::make_tuple(TimeFields(2, 0, 2, 0, 0, 0), TimeFields(2, 0, 15, 30, 45, 0), Fields(0, 0, 0)));
     mgr.Delete(D_TIMESTAMP_T, fromStamps, 3);
-    auto* fromSpans = static_cast<d_Interval*>(mgr.ConvertFrom(D_INTERVAL_T, wrapper, 1));
-    EXPECT_EQ(fromSpans->total_seconds(), 2299161.0f * 86400.0f);  // the number counts days
-    mgr.Delete(D_INTERVAL_T, fromSpans, 1);
+    auto* fromSpans = static_cast<d_Interval*>(mgr.ConvertFrom(D_INTERVAL_T, wrapper, 2));
+    EXPECT_EQ(std::make_tuple(fromSpans[0].total_seconds(), fromSpans[1].total_seconds()),
+              std::make_tuple(2299161.0f * 86400.0f, 2451545.0f * 86400.0f));  // the number counts days
+    mgr.Delete(D_INTERVAL_T, fromSpans, 2);
     wrapper->data = nullptr;  // the strings are on the stack
     delete wrapper;
     // Defaults: what an empty text converts to; the Julian Day Number 0 is -4712-01-01.
     auto* defDate = static_cast<d_Date*>(mgr.DefaultValue(D_DATE_T, 1, 1));
     auto* defStamp = static_cast<d_Timestamp*>(mgr.DefaultValue(D_TIMESTAMP_T, 1, 0));
     auto* defSpan = static_cast<d_Interval*>(mgr.DefaultValue(D_INTERVAL_T, 1, 0));
+    auto* defTime = static_cast<d_Time*>(mgr.DefaultValue(D_TIME_T, 1, 0));
+    EXPECT_EQ(Of(*defTime), TimeFields(2, 0, 2, 0, 0, 0));
+    mgr.Delete(D_TIME_T, defTime, 1);
     EXPECT_EQ(std::make_tuple(Of(*defDate), Of(defStamp->time()), defSpan->total_seconds()),
               std::make_tuple(Fields(-4712, 1, 1), TimeFields(2, 0, 2, 0, 0, 0), 0.0f));
     mgr.Delete(D_DATE_T, defDate, 1);
