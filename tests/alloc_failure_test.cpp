@@ -1,0 +1,376 @@
+// Allocation failure. This program replaces the global allocator (malloc, calloc and
+// every operator new) with one that can refuse the Nth request, and runs each
+// operation of the table below with N = 1, 2, ... until it gets through without a
+// refusal. For each N the operation must not crash, must leave nothing behind (the
+// address sanitizer counts leaks), must leave its values as the rules say, and must
+// tell LmCallMemoryHandler where the rules say so:
+//   - operator new failures come back to the caller as std::bad_alloc;
+//   - Create slots that allocate with nothrow or calloc answer null;
+//   - the scratch buffer of a stored text comes from malloc: a refusal is told to the
+//     memory handler with its size and the text compares and hashes as a null text;
+//   - a blob that wanted a new record stays null, one that wanted new bytes keeps its
+//     old ones, and the handler hears of each refusal.
+// A row whose operation allocates nothing says so with `allocates` false.
+#include <functional>
+#include <new>
+
+#include "testkit.h"
+
+using namespace lmtest;
+
+// ---- The allocator. The real one is the C library's, or the address sanitizer's
+// when it is there, so that its leak and overflow checks still see every block. ----
+
+extern "C" void* __libc_malloc(size_t);
+extern "C" void* __libc_calloc(size_t, size_t);
+#if defined(__SANITIZE_ADDRESS__)
+#define LM_TEST_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define LM_TEST_ASAN 1
+#endif
+#endif
+#ifdef LM_TEST_ASAN
+extern "C" void* __interceptor_malloc(size_t);
+extern "C" void* __interceptor_calloc(size_t, size_t);
+#define LM_REAL_MALLOC __interceptor_malloc
+#define LM_REAL_CALLOC __interceptor_calloc
+#else
+#define LM_REAL_MALLOC __libc_malloc
+#define LM_REAL_CALLOC __libc_calloc
+#endif
+
+namespace {
+struct Countdown {
+    bool armed = false;
+    long seen = 0;    // requests while armed
+    long failAt = 0;  // the request that is refused, counted from 1
+    bool refused = false;
+    bool Refuse() {
+        if (!armed || ++seen != failAt) return false;
+        refused = true;
+        return true;
+    }
+} countdown;
+
+void* Take(size_t n) {
+    if (countdown.Refuse()) throw std::bad_alloc();
+    void* p = LM_REAL_MALLOC(n != 0 ? n : 1);
+    if (p == nullptr) throw std::bad_alloc();
+    return p;
+}
+void* TakeOrNull(size_t n) noexcept { return countdown.Refuse() ? nullptr : LM_REAL_MALLOC(n != 0 ? n : 1); }
+}  // namespace
+
+extern "C" void* malloc(size_t n) { return countdown.Refuse() ? nullptr : LM_REAL_MALLOC(n); }
+extern "C" void* calloc(size_t n, size_t m) { return countdown.Refuse() ? nullptr : LM_REAL_CALLOC(n, m); }
+void* operator new(size_t n) { return Take(n); }
+void* operator new[](size_t n) { return Take(n); }
+void* operator new(size_t n, const std::nothrow_t&) noexcept { return TakeOrNull(n); }
+void* operator new[](size_t n, const std::nothrow_t&) noexcept { return TakeOrNull(n); }
+void operator delete(void* p) noexcept { free(p); }
+void operator delete[](void* p) noexcept { free(p); }
+void operator delete(void* p, size_t) noexcept { free(p); }
+void operator delete[](void* p, size_t) noexcept { free(p); }
+
+namespace {
+
+// One run of an operation under the countdown.
+struct Trial {
+    explicit Trial(long n) {
+        calls.clear();
+        previous = LmSetMemoryHandler([](size_t size) { calls.push_back(size); });
+        countdown = Countdown{false, 0, n, false};
+    }
+    ~Trial() { LmSetMemoryHandler(previous); }
+    Trial(const Trial&) = delete;
+    Trial& operator=(const Trial&) = delete;
+
+    // Runs f with the allocator armed; a std::bad_alloc that comes out is noted.
+    template <typename F>
+    void Armed(F f) {
+        countdown.armed = true;
+        try {
+            f();
+        } catch (const std::bad_alloc&) {
+            threw = true;
+        }
+        countdown.armed = false;
+    }
+    bool Refused() const { return countdown.refused; }
+
+    bool threw = false;
+    static inline std::vector<size_t> calls;  // sizes told to the memory handler
+    LmMemoryHandler previous;
+};
+
+// A string is whole: no buffer and size 0, or a buffer that ends in a zero unit.
+void ExpectWhole(const LmString& s) {
+    if (s.GetSize() == 0) return;
+    ASSERT_GE(s.GetSize(), s.Width());
+    EXPECT_EQ(s.StrGet()[s.GetSize() - 1], 0);
+    EXPECT_EQ(s.StrGet()[s.GetSize() - s.Width()], 0);
+}
+
+const LmTypeMgr mgr;
+
+struct Operation {
+    const char* name;
+    bool allocates;
+    void (*run)(Trial&);
+};
+
+// A stored record of 300 letters: its text is longer than the stack scratch buffer.
+Bytes LongRecord(char letter) { return Cat({Hex("3001 0101"), Bytes(300, static_cast<uint8_t>(letter)), Hex("00FF")}); }
+
+const Operation kOperations[] = {
+    {"ScalarCreate", true,
+     [](Trial& t) {
+         void* p = nullptr;
+         t.Armed([&] { p = mgr.Create(Lm4B_T, 3); });  // no null result: the allocator's exception
+         EXPECT_EQ(t.threw, t.Refused());
+         EXPECT_EQ(p == nullptr, t.Refused());
+         mgr.Delete(Lm4B_T, p, 3);
+     }},
+    {"StringCreate", true,
+     [](Trial& t) {
+         void* one = nullptr;
+         void* three = nullptr;
+         t.Armed([&] {
+             one = mgr.Create(LmSTRING_T, 1);
+             three = mgr.Create(LmSTRING_T, 3);
+         });
+         EXPECT_FALSE(t.threw);  // a null allocation gives null
+         EXPECT_EQ(one == nullptr || three == nullptr, t.Refused());
+         mgr.Delete(LmSTRING_T, one, 1);
+         mgr.Delete(LmSTRING_T, three, 3);
+     }},
+    {"IdentityAndBlobCreate", true,
+     [](Trial& t) {
+         // Requests: the identity array (calloc: null, nothing told), the blob array, the
+         // record of each blob (malloc: told to the handler; a refused record leaves that
+         // element null).
+         void* ids = nullptr;
+         void* blobs = nullptr;
+         t.Armed([&] {
+             ids = mgr.Create(LmREF_T, 2);
+             if (ids != nullptr) blobs = mgr.Create(LmBLOB_T, 2);
+         });
+         const long at = t.Refused() ? countdown.failAt : 0;
+         EXPECT_FALSE(t.threw);
+         EXPECT_EQ(ids == nullptr, at == 1);
+         EXPECT_EQ(blobs == nullptr, at == 1 || at == 2);
+         EXPECT_EQ(t.calls.size(), at > 1 ? 1u : 0u);
+         const auto* b = static_cast<const LmBlob*>(blobs);
+         if (b != nullptr) EXPECT_EQ(b[0].IsNullValue() * 3 + b[1].IsNullValue() * 4, at > 2 ? at : 0);
+         mgr.Delete(LmREF_T, ids, 2);
+         mgr.Delete(LmBLOB_T, blobs, 2);
+     }},
+    {"NumberDefaults", true,
+     [](Trial& t) {
+         void* values = nullptr;
+         t.Armed([&] { values = mgr.DefaultValue(Lm4B_T, 3, 0); });
+         EXPECT_EQ(t.threw || values == nullptr, t.Refused());
+         if (values != nullptr) EXPECT_EQ(Of(values, 12), Bytes(12, 0));
+         mgr.Delete(Lm4B_T, values, 3);
+     }},
+    {"StringDefaults", true,
+     [](Trial& t) {
+         void* empty = nullptr;
+         void* null = nullptr;
+         t.Armed([&] {
+             empty = mgr.DefaultValue(LmSTRING_T, 2, 0);
+             null = mgr.DefaultValue(LmSTRING_T, 2, 1);
+         });
+         EXPECT_EQ(t.threw || empty == nullptr || null == nullptr, t.Refused());
+         if (empty != nullptr) EXPECT_EQ(static_cast<LmString*>(empty)[1].IsNullValue(), 0);
+         if (null != nullptr) EXPECT_EQ(static_cast<LmString*>(null)[1].IsNullValue(), 1);
+         mgr.Delete(LmSTRING_T, empty, 2);
+         mgr.Delete(LmSTRING_T, null, 2);
+     }},
+    {"ConvertToAndFrom", true,
+     [](Trial& t) {
+         int32_t ints[3] = {10, -7, 2147483647};
+         LmTypeConvertData* wrapper = nullptr;
+         void* back = nullptr;
+         t.Armed([&] {
+             wrapper = mgr.ConvertTo(LmINT_T, ints, 3);
+             if (wrapper != nullptr) back = mgr.ConvertFrom(LmINT_T, wrapper, 3);
+         });
+         EXPECT_EQ(t.threw || back == nullptr, t.Refused());
+         if (back != nullptr) EXPECT_EQ(Of(back, 12), Of(ints, 12));
+         mgr.Delete(LmINT_T, back, 3);
+         delete wrapper;  // owns its strings
+     }},
+    {"ConvertStrings", true,
+     [](Trial& t) {
+         LmString in[2] = {LmString("first"), LmString()};
+         in[1].SetNullValue();
+         LmTypeConvertData* wrapper = nullptr;
+         LmString* back = nullptr;
+         t.Armed([&] {
+             wrapper = mgr.ConvertTo(LmSTRING_T, in, 2);
+             if (wrapper != nullptr) back = static_cast<LmString*>(mgr.ConvertFrom(LmSTRING_T, wrapper, 2));
+         });
+         EXPECT_EQ(t.threw || back == nullptr, t.Refused());
+         if (back != nullptr)
+             EXPECT_EQ(std::string(back[0].StrGet()) + std::to_string(back[1].IsNullValue()), "first1");
+         mgr.Delete(LmSTRING_T, back, 2);
+         delete wrapper;
+     }},
+    {"StringAssignment", true,
+     [](Trial& t) {
+         LmString target("old text"), source("the new text");
+         source.SetLanguage(7);
+         t.Armed([&] { target = source; });
+         EXPECT_EQ(t.threw, t.Refused());
+         ExpectWhole(target);
+         // The old buffer goes first, then the text: a refusal leaves no text behind.
+         EXPECT_EQ(StateOf(target), t.threw ? State{1, 0, {}} : StateOf(source));
+     }},
+    {"SpliceInsertAndAppend", true,
+     [](Trial& t) {
+         LmString s("abcdef"), w(Wide(u"ab"));
+         t.Armed([&] {
+             LmStringSplice(s, "XY", 1, 2, 0, 2, 1, LM_SPLICE_INSERT, 1);
+             w += LmString("cd");  // converted first: two allocations
+         });
+         EXPECT_EQ(t.threw, t.Refused());
+         ExpectWhole(s);
+         ExpectWhole(w);
+         // A refused splice leaves the string as it was.
+         EXPECT_TRUE(std::string(s.StrGet()) == "abXYcdef" || std::string(s.StrGet()) == "abcdef");
+         EXPECT_TRUE(UnitsOf(w) == Units({'a', 'b', 'c', 'd'}) || UnitsOf(w) == Units({'a', 'b'}));
+         if (!t.threw) EXPECT_EQ(std::string(s.StrGet()), "abXYcdef");
+     }},
+    {"StringTransformsAndCharacters", true,
+     [](Trial& t) {
+         LmString s(
+             "stra\xDF"
+             "e");
+         LmChar c('a');
+         t.Armed([&] {
+             s.ToUpper();
+             LmStringIterator over(c);  // a buffer of its own
+             EXPECT_EQ(over.GetNextOrder(1), 0x500C);
+         });
+         EXPECT_EQ(t.threw, t.Refused());
+         ExpectWhole(s);
+         EXPECT_TRUE(std::string(s.StrGet()) == "STRASSE" || std::string(s.StrGet()) ==
+                                                                 "stra\xDF"
+                                                                 "e");
+     }},
+    {"WildcardCandidates", true,
+     [](Trial& t) {
+         int result = 99;
+         t.Armed([&] { result = LmStrCmp(1, 1, "abxabab", 1, 1, "ab*ab", 0, -1, 1, nullptr); });
+         EXPECT_EQ(t.threw, t.Refused());
+         if (!t.threw) EXPECT_EQ(result, 0);
+     }},
+    {"MultiByteText", true,
+     [](Trial& t) {
+         char* out = nullptr;
+         int outLength = 0, result = 99;
+         const LmString s = Wide(u"a\u00E4\u20AC");
+         t.Armed([&] { result = LmString2MultiByteString(s, out, outLength); });
+         EXPECT_EQ(t.threw, t.Refused());
+         if (!t.threw) EXPECT_EQ(result, 6);
+         delete[] out;
+     }},
+    {"KeyWalkScratchBuffer", true,
+     [](Trial& t) {
+         // Each side's text goes to a scratch buffer of 300 + 2 bytes; a refused one
+         // compares and hashes as a null text, and the handler hears its size.
+         const Bytes a = LongRecord('a'), b = LongRecord('a');
+         int status = -1, result = 99;
+         unsigned hash = 0;
+         int hashStatus = -1;
+         t.Armed([&] {
+             result = mgr.Cmp(LmSTRING_T, static_cast<unsigned>(a.size()), const_cast<uint8_t*>(a.data()),
+                              static_cast<unsigned>(b.size()), const_cast<uint8_t*>(b.data()), 0x10, 1, 1, status);
+             hash = mgr.Hash(LmSTRING_T, static_cast<unsigned>(a.size()), const_cast<uint8_t*>(a.data()), 1, 1,
+                             hashStatus);
+         });
+         EXPECT_FALSE(t.threw);
+         EXPECT_EQ(t.calls, std::vector<size_t>(t.Refused() ? 1 : 0, 302));
+         const long at = countdown.failAt;  // 1 and 2: the compare's sides, 3: the hash
+         EXPECT_EQ(Sign(result), !t.Refused() || at > 2 ? 0 : at == 1 ? -1 : 1);
+         EXPECT_EQ(hash == 0xA79FA8D1u, t.Refused() && at == 3);  // the null text's hash
+     }},
+    {"BlobBytesAndRecords", true,
+     [](Trial& t) {
+         // Requests: the blob object (operator new), its bytes and its record, then the new
+         // bytes of a blob that keeps its record. A blob that wanted a record stays null,
+         // one that wanted bytes keeps its old ones; each malloc refusal is told.
+         LmBlob kept("old", 3);
+         LmBlob* made = nullptr;
+         t.Armed([&] {
+             made = new LmBlob("bytes", 5);
+             kept.SetTo("new bytes", 9);
+         });
+         const long at = t.Refused() ? countdown.failAt : 0;
+         EXPECT_EQ(t.threw, at == 1);
+         EXPECT_EQ(t.calls.size(), at > 1 ? 1u : 0u);
+         if (made != nullptr) {
+             EXPECT_EQ(made->IsNullValue(), at == 2 || at == 3 ? 1 : 0);
+             if (made->IsNullValue() == 0) EXPECT_EQ(Of(made->Seek(0, 5), 5), Of("bytes", 5));
+         }
+         const bool old = at == 1 || at == 4;
+         EXPECT_EQ(Of(kept.Seek(0, kept.Length()), static_cast<size_t>(kept.Length())),
+                   old ? Of("old", 3) : Of("new bytes", 9));
+         delete made;
+     }},
+    {"ModuleStart", true,
+     [](Trial& t) {
+         t.Armed([] { ___LmTypemgrContext(1); });
+         EXPECT_FALSE(t.threw);
+         EXPECT_EQ(DefaultTypeMgr(nullptr) == nullptr, t.Refused());  // the default manager becomes null
+         ___LmTypemgrContext(0);
+     }},
+    // Comparing and hashing stored keys and texts without wildcards allocate nothing.
+    {"ComparisonsAllocateNothing", false,
+     [](Trial& t) {
+         const Bytes whole = Hex("0C00 FE01 0C50105014501850 00FF"), cut = Hex("0A00 FE01 0C5010501450");
+         const Bytes record = Hex("0A00 FD01 610062006300 00FF");
+         int status = -1, sum = 0;
+         unsigned hash = 0;
+         const LmTypeCmpFunc cmp = mgr.CmpFuncPtrGet(LmSTRING_T);
+         t.Armed([&] {
+             sum += cmp(0x81, 10, const_cast<uint8_t*>(cut.data()), 14, const_cast<uint8_t*>(whole.data()), 0x10, 1,
+                        status);
+             sum += cmp(1, 12, const_cast<uint8_t*>(record.data()), 12, const_cast<uint8_t*>(record.data()), 0x10, 1,
+                        status);
+             hash = mgr.Hash(LmSTRING_T, 12, const_cast<uint8_t*>(record.data()), 1, 1, status);
+             sum += LmStrCmp(1, 2, "Stra\337e und Meer", 253, 2, u"strasse-und meer", 0, -1, 1, nullptr) > 0;
+             sum += LmStrCmp(1, 1, "abc", 1, 1, "abc*", 0, -1, 1, nullptr);  // a trailing asterisk needs no candidate
+             sum += LmChar('a') != 'b' ? 0 : 1;
+         });
+         EXPECT_EQ(countdown.seen, 0);
+         EXPECT_EQ(sum, 0);
+         EXPECT_EQ(hash, 0x1A7FC7E0u);
+     }},
+};
+
+class AllocationFailure : public testing::TestWithParam<Operation> {};
+
+TEST_P(AllocationFailure, EveryRequestMayBeRefused) {
+    const Operation& op = GetParam();
+    for (long n = 1; n <= 1000; ++n) {
+        SCOPED_TRACE(testing::Message() << "request " << n << " refused");
+        Trial t(n);
+        op.run(t);
+        if (!t.Refused()) {
+            // The operation got through: every request it made was granted.
+            EXPECT_EQ(countdown.seen, n - 1);
+            EXPECT_EQ(n > 1, op.allocates);
+            return;
+        }
+        if (testing::Test::HasFailure()) return;
+    }
+    ADD_FAILURE() << "more than 1000 requests";
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, AllocationFailure, testing::ValuesIn(kOperations),
+                         [](const testing::TestParamInfo<Operation>& info) { return std::string(info.param.name); });
+
+}  // namespace
