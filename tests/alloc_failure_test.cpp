@@ -162,7 +162,9 @@ const Operation kOperations[] = {
          EXPECT_EQ(blobs == nullptr, at == 1 || at == 2);
          EXPECT_EQ(t.calls.size(), at > 1 ? 1u : 0u);
          const auto* b = static_cast<const LmBlob*>(blobs);
-         if (b != nullptr) EXPECT_EQ(b[0].IsNullValue() * 3 + b[1].IsNullValue() * 4, at > 2 ? at : 0);
+         if (b != nullptr) {
+             EXPECT_EQ(b[0].IsNullValue() * 3 + b[1].IsNullValue() * 4, at > 2 ? at : 0);
+         }
          mgr.Delete(LmREF_T, ids, 2);
          mgr.Delete(LmBLOB_T, blobs, 2);
      }},
@@ -171,7 +173,9 @@ const Operation kOperations[] = {
          void* values = nullptr;
          t.Armed([&] { values = mgr.DefaultValue(Lm4B_T, 3, 0); });
          EXPECT_EQ(t.threw || values == nullptr, t.Refused());
-         if (values != nullptr) EXPECT_EQ(Of(values, 12), Bytes(12, 0));
+         if (values != nullptr) {
+             EXPECT_EQ(Of(values, 12), Bytes(12, 0));
+         }
          mgr.Delete(Lm4B_T, values, 3);
      }},
     {"StringDefaults", true,
@@ -183,8 +187,12 @@ const Operation kOperations[] = {
              null = mgr.DefaultValue(LmSTRING_T, 2, 1);
          });
          EXPECT_EQ(t.threw || empty == nullptr || null == nullptr, t.Refused());
-         if (empty != nullptr) EXPECT_EQ(static_cast<LmString*>(empty)[1].IsNullValue(), 0);
-         if (null != nullptr) EXPECT_EQ(static_cast<LmString*>(null)[1].IsNullValue(), 1);
+         if (empty != nullptr) {
+             EXPECT_EQ(static_cast<LmString*>(empty)[1].IsNullValue(), 0);
+         }
+         if (null != nullptr) {
+             EXPECT_EQ(static_cast<LmString*>(null)[1].IsNullValue(), 1);
+         }
          mgr.Delete(LmSTRING_T, empty, 2);
          mgr.Delete(LmSTRING_T, null, 2);
      }},
@@ -198,7 +206,9 @@ const Operation kOperations[] = {
              if (wrapper != nullptr) back = mgr.ConvertFrom(LmINT_T, wrapper, 3);
          });
          EXPECT_EQ(t.threw || back == nullptr, t.Refused());
-         if (back != nullptr) EXPECT_EQ(Of(back, 12), Of(ints, 12));
+         if (back != nullptr) {
+             EXPECT_EQ(Of(back, 12), Of(ints, 12));
+         }
          mgr.Delete(LmINT_T, back, 3);
          delete wrapper;  // owns its strings
      }},
@@ -213,8 +223,9 @@ const Operation kOperations[] = {
              if (wrapper != nullptr) back = static_cast<LmString*>(mgr.ConvertFrom(LmSTRING_T, wrapper, 2));
          });
          EXPECT_EQ(t.threw || back == nullptr, t.Refused());
-         if (back != nullptr)
+         if (back != nullptr) {
              EXPECT_EQ(std::string(back[0].StrGet()) + std::to_string(back[1].IsNullValue()), "first1");
+         }
          mgr.Delete(LmSTRING_T, back, 2);
          delete wrapper;
      }},
@@ -226,7 +237,7 @@ const Operation kOperations[] = {
          EXPECT_EQ(t.threw, t.Refused());
          ExpectWhole(target);
          // The old buffer goes first, then the text: a refusal leaves no text behind.
-         EXPECT_EQ(StateOf(target), t.threw ? State{1, 0, {}} : StateOf(source));
+         EXPECT_EQ(StateOf(target), t.threw ? State(1, 0, Bytes()) : StateOf(source));
      }},
     {"SpliceInsertAndAppend", true,
      [](Trial& t) {
@@ -241,7 +252,9 @@ const Operation kOperations[] = {
          // A refused splice leaves the string as it was.
          EXPECT_TRUE(std::string(s.StrGet()) == "abXYcdef" || std::string(s.StrGet()) == "abcdef");
          EXPECT_TRUE(UnitsOf(w) == Units({'a', 'b', 'c', 'd'}) || UnitsOf(w) == Units({'a', 'b'}));
-         if (!t.threw) EXPECT_EQ(std::string(s.StrGet()), "abXYcdef");
+         if (!t.threw) {
+             EXPECT_EQ(std::string(s.StrGet()), "abXYcdef");
+         }
      }},
     {"StringTransformsAndCharacters", true,
      [](Trial& t) {
@@ -265,7 +278,9 @@ const Operation kOperations[] = {
          int result = 99;
          t.Armed([&] { result = LmStrCmp(1, 1, "abxabab", 1, 1, "ab*ab", 0, -1, 1, nullptr); });
          EXPECT_EQ(t.threw, t.Refused());
-         if (!t.threw) EXPECT_EQ(result, 0);
+         if (!t.threw) {
+             EXPECT_EQ(result, 0);
+         }
      }},
     {"MultiByteText", true,
      [](Trial& t) {
@@ -274,7 +289,9 @@ const Operation kOperations[] = {
          const LmString s = Wide(u"a\u00E4\u20AC");
          t.Armed([&] { result = LmString2MultiByteString(s, out, outLength); });
          EXPECT_EQ(t.threw, t.Refused());
-         if (!t.threw) EXPECT_EQ(result, 6);
+         if (!t.threw) {
+             EXPECT_EQ(result, 6);
+         }
          delete[] out;
      }},
     {"KeyWalkScratchBuffer", true,
@@ -313,7 +330,9 @@ const Operation kOperations[] = {
          EXPECT_EQ(t.calls.size(), at > 1 ? 1u : 0u);
          if (made != nullptr) {
              EXPECT_EQ(made->IsNullValue(), at == 2 || at == 3 ? 1 : 0);
-             if (made->IsNullValue() == 0) EXPECT_EQ(Of(made->Seek(0, 5), 5), Of("bytes", 5));
+             if (made->IsNullValue() == 0) {
+                 EXPECT_EQ(Of(made->Seek(0, 5), 5), Of("bytes", 5));
+             }
          }
          const bool old = at == 1 || at == 4;
          EXPECT_EQ(Of(kept.Seek(0, kept.Length()), static_cast<size_t>(kept.Length())),
@@ -371,6 +390,6 @@ TEST_P(AllocationFailure, EveryRequestMayBeRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, AllocationFailure, testing::ValuesIn(kOperations),
-                         [](const testing::TestParamInfo<Operation>& info) { return std::string(info.param.name); });
+                         [](const testing::TestParamInfo<Operation>& row) { return std::string(row.param.name); });
 
 }  // namespace

@@ -99,8 +99,9 @@ TEST(CharForms, PointerAndValueForms) {
     EXPECT_EQ(FieldsOf(v), Fields(0x263A, kUnicode, 4, 0, 1));
     LmString z("z");  // a language of 255 on a string's character becomes the default in a copy
     z.SetLanguage(LM_LANGUAGE_DEFAULT);
-    EXPECT_EQ(LmChar(z, 0).GetLanguage(), LM_LANGUAGE_DEFAULT);
-    EXPECT_EQ(LmChar(LmChar(z, 0)).GetLanguage(), LmString::GetDefaultLanguage());
+    const LmChar onString(z, 0);
+    EXPECT_EQ(onString.GetLanguage(), LM_LANGUAGE_DEFAULT);
+    EXPECT_EQ(LmChar(onString).GetLanguage(), LmString::GetDefaultLanguage());
 }
 
 TEST(CharMapAndCase, ThroughUnicode) {
@@ -127,8 +128,7 @@ TEST(CharMapAndCase, ThroughUnicode) {
         {LmChar('q', LM_CODESET_NATIVE, 7).ToUpper(), {'Q', LM_CODESET_NATIVE, 7, 0, 1}},
         {LmChar('Q', LM_CODESET_NATIVE).ToLower(), {'q', LM_CODESET_NATIVE, 1, 0, 1}},
         {LmChar('\xE9', LM_CODESET_NATIVE).ToUpper(), {0xE9, LM_CODESET_NATIVE, 1, 0, 1}},
-        {LmCharToLower().Apply(LmChar('B', kLatin1), nullptr), {'b', kLatin1, 1, 0, 1}},
-    };
+        {LmCharToLower().Apply(LmChar('B', kLatin1), nullptr), {'b', kLatin1, 1, 0, 1}}};
     for (const auto& [c, fields] : cases) EXPECT_EQ(FieldsOf(c), fields);
     LmCharToUpper toUpper;
     LmCharOperation& op = toUpper;  // the transform is reached through its base
@@ -165,8 +165,7 @@ TEST(CharClass, OrderWordsClassesAndWildcardOrders) {
         {Wide(0x9F8D), 0x9F8D, "h"},
         {Wide(0x4E2D), 0x4E2D, "a"},
         {Wide(0x0416), 0x0416, "y"},
-        {Wide(0x5E54, LM_CODESET_ORDER), 0x5E54, "a"},
-    };
+        {Wide(0x5E54, LM_CODESET_ORDER), 0x5E54, "a"}};
     for (const auto& [c, order, cls] : cases) {
         EXPECT_EQ(LmCharOrder(c), order) << std::hex << c.GetValue();
         const std::string got = std::string(c.IsAlpha() ? "a" : "") + (c.IsDigit() ? "d" : "") +
@@ -230,6 +229,7 @@ TEST(IteratorWalk, StepsOverflowAndCharacters) {
     LmStringIterator end(text + 1, kLatin1, kGeneric);
     end.SetOverflow(&list, kUnicode);
     EXPECT_EQ(end.IsEOS(), 0);
+    EXPECT_EQ(FieldsOf(*end), Fields('X', kUnicode, 1, 0, 1));
     EXPECT_EQ((*++end).GetValue(), 'Y');
     EXPECT_EQ(end.IsEOS(), 0);  // still set, though used up
     EXPECT_EQ((++end).IsEOS(), 1);
@@ -257,39 +257,37 @@ TEST(IteratorOrder, CodeSetsContractionsExpansionsAndVariants) {
         const void* text;
         unsigned char codeSet, language, format;
         Units words;
-    } cases[] = {
-        // Code set 0 is the native one; a 16-bit text in either byte order (format 2 most
-        // significant first); an order text is read low byte first whatever the format.
-        {"Ab1 *", 0, kGeneric, 1, {Upper(kA), Lower(kB), 0x3F0A, 32, 159}},
-        {"\0A\0\xE4\x4E\x2D\0", kUnicode, kGeneric, 2, {Upper(kA), Lower(kA, 6), 0x4E2D}},
-        {"A\0\xE4\0\x2D\x4E\0", kUnicode, kGeneric, 8, {Upper(kA), Lower(kA, 6), 0x4E2D}},
-        {"\x0C\x40\x2D\x4E\x10\x50\0", LM_CODESET_ORDER, 7, 2, {0x400C, 0x4E2D, 0x5010}},
-        // Contractions: c before a non-follower is c, and that character is not lost; dz
-        // before a character other than s is dz; through Unicode for code set 2.
-        {"chx", kLatin1, kSpanishTraditional, 1, {Lower(kC, 0, 2), Lower(kX)}},
-        {"all", kLatin1, kSpanishTraditional, 1, {Lower(kA), Lower(kL, 0, 2)}},
-        {"cx", kLatin1, kSpanishTraditional, 1, {Lower(kC), Lower(kX)}},
-        {"ch", kLatin1, kGeneric, 1, {Lower(kC), Lower(kH)}},
-        {"ch", kCp1252, kSpanishTraditional, 1, {Lower(kC, 0, 2)}},
-        {"dza", kLatin1, LM_LANGUAGE_HUNGARIAN, 1, {Lower(kD, 0, 2), Lower(kA)}},
-        {"Aab", kLatin1, kDanish, 1, {Upper(kZ, 0, 3), Lower(kB)}},
-        // Expansions: German marks the first s with accent 28. Language variants: one text,
-        // two orders; a language that names nothing is generic, also one that shares
-        // German's variant bit (ids 16 apart).
-        {"\xDF", kLatin1, kGeneric, 1, {Lower(kS, 0, 1), Lower(kS)}},
-        {"\xDF", kLatin1, kGerman, 1, {Lower(kS, 28), Lower(kS)}},
-        {"\xDF", kLatin1, 18, 1, {Lower(kS, 0, 1), Lower(kS)}},
-        {"\xE4", kLatin1, kSwedish, 1, {Lower(kZ, 6, 2)}},
-        {"\xE4", kLatin1, 200, 1, {Lower(kA, 6)}},
-        {"\xDF\0\xE4\0\0", kUnicode, kSwedish, 8, {Lower(kS, 0, 1), Lower(kS), Lower(kZ, 6, 2)}},
-        // A code set without table orders through Unicode; in Latin-1 0x80 is a control.
-        {"A\x80\x9F", kCp1252, kGeneric, 1, {Upper(kA), LmCharOrder(Wide(0x20AC)), Upper(kY, 6)}},
-        {"\x80", kLatin1, kGeneric, 1, {13}},
-        // A code set lumoi18n does not know maps every character to 0xFFFD, which has no
-        // record; its terminator still ends the text.
-        {"ab\0c", 200, kGeneric, 1, {0xFFFD, 0xFFFD}},
-        {"a\0\0\0c\0", 230, kGeneric, 1, {0xFFFD}},
-    };
+    } cases[] = {// Code set 0 is the native one; a 16-bit text in either byte order (format 2 most
+                 // significant first); an order text is read low byte first whatever the format.
+                 {"Ab1 *", 0, kGeneric, 1, {Upper(kA), Lower(kB), 0x3F0A, 32, 159}},
+                 {"\0A\0\xE4\x4E\x2D\0", kUnicode, kGeneric, 2, {Upper(kA), Lower(kA, 6), 0x4E2D}},
+                 {"A\0\xE4\0\x2D\x4E\0", kUnicode, kGeneric, 8, {Upper(kA), Lower(kA, 6), 0x4E2D}},
+                 {"\x0C\x40\x2D\x4E\x10\x50\0", LM_CODESET_ORDER, 7, 2, {0x400C, 0x4E2D, 0x5010}},
+                 // Contractions: c before a non-follower is c, and that character is not lost; dz
+                 // before a character other than s is dz; through Unicode for code set 2.
+                 {"chx", kLatin1, kSpanishTraditional, 1, {Lower(kC, 0, 2), Lower(kX)}},
+                 {"all", kLatin1, kSpanishTraditional, 1, {Lower(kA), Lower(kL, 0, 2)}},
+                 {"cx", kLatin1, kSpanishTraditional, 1, {Lower(kC), Lower(kX)}},
+                 {"ch", kLatin1, kGeneric, 1, {Lower(kC), Lower(kH)}},
+                 {"ch", kCp1252, kSpanishTraditional, 1, {Lower(kC, 0, 2)}},
+                 {"dza", kLatin1, LM_LANGUAGE_HUNGARIAN, 1, {Lower(kD, 0, 2), Lower(kA)}},
+                 {"Aab", kLatin1, kDanish, 1, {Upper(kZ, 0, 3), Lower(kB)}},
+                 // Expansions: German marks the first s with accent 28. Language variants: one text,
+                 // two orders; a language that names nothing is generic, also one that shares
+                 // German's variant bit (ids 16 apart).
+                 {"\xDF", kLatin1, kGeneric, 1, {Lower(kS, 0, 1), Lower(kS)}},
+                 {"\xDF", kLatin1, kGerman, 1, {Lower(kS, 28), Lower(kS)}},
+                 {"\xDF", kLatin1, 18, 1, {Lower(kS, 0, 1), Lower(kS)}},
+                 {"\xE4", kLatin1, kSwedish, 1, {Lower(kZ, 6, 2)}},
+                 {"\xE4", kLatin1, 200, 1, {Lower(kA, 6)}},
+                 {"\xDF\0\xE4\0\0", kUnicode, kSwedish, 8, {Lower(kS, 0, 1), Lower(kS), Lower(kZ, 6, 2)}},
+                 // A code set without table orders through Unicode; in Latin-1 0x80 is a control.
+                 {"A\x80\x9F", kCp1252, kGeneric, 1, {Upper(kA), LmCharOrder(Wide(0x20AC)), Upper(kY, 6)}},
+                 {"\x80", kLatin1, kGeneric, 1, {13}},
+                 // A code set lumoi18n does not know maps every character to 0xFFFD, which has no
+                 // record; its terminator still ends the text.
+                 {"ab\0c", 200, kGeneric, 1, {0xFFFD, 0xFFFD}},
+                 {"a\0\0\0c\0", 230, kGeneric, 1, {0xFFFD}}};
     for (const auto& c : cases) {
         LmStringIterator it =
             c.codeSet >= 225

@@ -127,7 +127,7 @@ TEST(I18nCodeSet, LookupMappingCaseDefaultsAndContext) {
             << std::hex << c[1] << " from " << c[2] << " to " << c[0];
     }
     // Every byte of the 1-byte code sets survives the round trip through Unicode.
-    for (uint8_t cs : {1, 2, 3}) {
+    for (uint8_t cs : {uint8_t{1}, uint8_t{2}, uint8_t{3}}) {
         for (uint16_t b = 0; b < 0x100; ++b)
             EXPECT_EQ(Set(cs)->map(Set(253)->map(b, cs), 253), b) << int{cs} << " " << b;
     }
@@ -227,7 +227,9 @@ TEST(I18nCollation, OrderWordsOfPlainCharactersAndTables) {
     for (size_t i = 0; i < base.size(); ++i) {
         EXPECT_EQ(Order(accented[i]) & ~0x3F80, Order(base[i])) << std::hex << int{accented[i]};
         EXPECT_NE(Order(accented[i]) & 0x0F80, 0);
-        if (accented[i] < 0x100) EXPECT_EQ(Order(static_cast<uint16_t>(accented[i] + 0x20)) & ~0x3F80, Order(base[i]));
+        if (accented[i] < 0x100) {
+            EXPECT_EQ(Order(static_cast<uint16_t>(accented[i] + 0x20)) & ~0x3F80, Order(base[i]));  // lower case
+        }
     }
     // The tables: every value below 0x200 has a record, Latin-1 agrees with Unicode below
     // 0x100; above 0x1FF only General Punctuation and Currency Symbols have records.
@@ -296,8 +298,9 @@ TEST(I18nCollation, LanguagesVariantsAndContractions) {
         for (unsigned i = 0; i < table->ranges[k].count; ++i)
             check(table->ranges[k].records[i], table->ranges[k].first + i);
     EXPECT_GT(variants, 40);
-    for (uint8_t cs : {0, 1, 2, 3, 253}) {
-        for (uint8_t lang : {0, 1, 3, 200}) EXPECT_EQ(Set(cs)->family(lang), LM_FAMILY_LATIN);
+    for (int cs : {0, 1, 2, 3, 253}) {
+        for (int lang : {0, 1, 3, 200})
+            EXPECT_EQ(Set(static_cast<uint8_t>(cs))->family(static_cast<uint8_t>(lang)), LM_FAMILY_LATIN);
     }
 }
 

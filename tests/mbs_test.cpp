@@ -22,27 +22,25 @@ TEST(MultiByte, OneSequenceEachWay) {
         Bytes in;
         int used;
         uint16_t unit;
-    } decode[] = {
-        {{0x41}, 1, 0x41},
-        {{0xC3, 0xA4}, 2, 0xE4},
-        {{0xE2, 0x82, 0xAC}, 3, 0x20AC},
-        {{0xF0, 0x9F, 0x98, 0x80}, 4, 0xF600},              // 0x1F600 kept in 16 bits
-        {{0xF8, 0x88, 0x80, 0x80, 0x80}, 5, 0x0000},        // 0x200000
-        {{0xFC, 0x84, 0x80, 0x80, 0x80, 0x81}, 6, 0x0001},  // 0x4000001
-        {{0xED, 0xA0, 0x80}, 3, 0xD800},                    // surrogates pass
-        // Overlong forms; no row for 0xFF or 0xFE; a continuation byte first, or one
-        // without its top bits; a sequence that goes on beyond n.
-        {{0xC1, 0x81}, -1, 0},
-        {{0xC0, 0x80}, -1, 0},
-        {{0xE0, 0x80, 0x80}, -1, 0},
-        {{0xF0, 0x8F, 0xBF, 0xBF}, -1, 0},
-        {{0xFF, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF}, -1, 0},
-        {{0xFE, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF}, -1, 0},
-        {{0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80}, -1, 0},
-        {{0xC3, 0x41}, -1, 0},
-        {{0xC3, 0xC3}, -1, 0},
-        {{0xE2, 0x82}, -1, 0},
-    };
+    } decode[] = {{{0x41}, 1, 0x41},
+                  {{0xC3, 0xA4}, 2, 0xE4},
+                  {{0xE2, 0x82, 0xAC}, 3, 0x20AC},
+                  {{0xF0, 0x9F, 0x98, 0x80}, 4, 0xF600},              // 0x1F600 kept in 16 bits
+                  {{0xF8, 0x88, 0x80, 0x80, 0x80}, 5, 0x0000},        // 0x200000
+                  {{0xFC, 0x84, 0x80, 0x80, 0x80, 0x81}, 6, 0x0001},  // 0x4000001
+                  {{0xED, 0xA0, 0x80}, 3, 0xD800},                    // surrogates pass
+                  // Overlong forms; no row for 0xFF or 0xFE; a continuation byte first, or one
+                  // without its top bits; a sequence that goes on beyond n.
+                  {{0xC1, 0x81}, -1, 0},
+                  {{0xC0, 0x80}, -1, 0},
+                  {{0xE0, 0x80, 0x80}, -1, 0},
+                  {{0xF0, 0x8F, 0xBF, 0xBF}, -1, 0},
+                  {{0xFF, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF}, -1, 0},
+                  {{0xFE, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF, 0xBF}, -1, 0},
+                  {{0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80}, -1, 0},
+                  {{0xC3, 0x41}, -1, 0},
+                  {{0xC3, 0xC3}, -1, 0},
+                  {{0xE2, 0x82}, -1, 0}};
     for (const auto& c : decode) {
         std::vector<char> in = Heap(c.in);
         unsigned short unit = 0x5555;
@@ -157,18 +155,16 @@ TEST(MultiByte, StringIntoText) {
         LmString s;
         int outLength, result;
         Bytes out;  // the whole buffer of outLength + 1 bytes, 0x55 where nothing is written
-    } cases[] = {
-        {LmString("abc"), 3, 3, {'a', 'b', 'c', 0x55}},         // just fits: no terminator
-        {LmString("abc"), 5, 3, {'a', 'b', 'c', 0, 0, 0x55}},   // the rest is zeroed
-        {LmString("abcde"), 2, -5, {'a', 'b', 0x55}},           // the negative of the length
-        {LmString("a\xE4"), 4, 3, {'a', 0xC3, 0xA4, 0, 0x55}},  // the Unicode path
-        {LmString("a\xE4"), 2, -1, {'a', 0x55, 0x55}},          // 'ä' would overrun
-        {Wide({0x61, 0x20AC}), 4, 4, {'a', 0xE2, 0x82, 0xAC, 0x55}},
-        {Wide({0x61, 0x20AC}), 3, -1, {'a', 0x55, 0x55, 0x55}},
-        {Wide({0x20AC}), 0, 0, {0x55}},
-        {Wide({0x7F, 0x80}), 8, 3, {0x7F, 0xC2, 0x80, 0, 0x55, 0x55, 0x55, 0x55, 0x55}},
-        {LmString(), 0, 0, {0x55}},
-    };
+    } cases[] = {{LmString("abc"), 3, 3, {'a', 'b', 'c', 0x55}},         // just fits: no terminator
+                 {LmString("abc"), 5, 3, {'a', 'b', 'c', 0, 0, 0x55}},   // the rest is zeroed
+                 {LmString("abcde"), 2, -5, {'a', 'b', 0x55}},           // the negative of the length
+                 {LmString("a\xE4"), 4, 3, {'a', 0xC3, 0xA4, 0, 0x55}},  // the Unicode path
+                 {LmString("a\xE4"), 2, -1, {'a', 0x55, 0x55}},          // 'ä' would overrun
+                 {Wide({0x61, 0x20AC}), 4, 4, {'a', 0xE2, 0x82, 0xAC, 0x55}},
+                 {Wide({0x61, 0x20AC}), 3, -1, {'a', 0x55, 0x55, 0x55}},
+                 {Wide({0x20AC}), 0, 0, {0x55}},
+                 {Wide({0x7F, 0x80}), 8, 3, {0x7F, 0xC2, 0x80, 0, 0x55, 0x55, 0x55, 0x55, 0x55}},
+                 {LmString(), 0, 0, {0x55}}};
     for (const auto& c : cases) {
         std::vector<char> out(static_cast<size_t>(c.outLength) + 1, 0x55);
         EXPECT_EQ(LmString2LmMBS(c.s, out.data(), c.outLength), c.result) << c.outLength;

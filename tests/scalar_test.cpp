@@ -269,10 +269,11 @@ TEST(CompareLoop, LengthsStepsAndOutOfData) {
     // Buffers of exactly len1 and len2 bytes: equal as far as the data went, and the
     // third element of v2, which differs, is not read. The first difference ends the
     // loop; the option word is not read.
-    const auto v1 = Exact(Little<int32_t>({10, 20})), v2 = Exact(Little<int32_t>({10, 21, 99}));
-    EXPECT_EQ(Cmp(LongCompare, 8, 8, v1.get(), 12, v2.get(), 3), Answer(-1, LM_OK));
-    EXPECT_EQ(Cmp(LongCompare, 2, 12, v2.get(), 4, v1.get(), 3), Answer(0, kOut));
-    EXPECT_EQ(Cmp(LongCompare, 8, 0, v1.get(), 0, v2.get(), 5, 0x10), Answer(-1, LM_OK));
+    const auto v1 = Exact(Little<int32_t>({10, 20})), v2 = Exact(Little<int32_t>({10, 20, 99}));
+    const auto one = Exact(Little<int32_t>({1})), two = Exact(Little<int32_t>({2}));
+    EXPECT_EQ(Cmp(LongCompare, 8, 8, v1.get(), 12, v2.get(), 3), Answer(0, kOut));
+    EXPECT_EQ(Cmp(LongCompare, 2, 12, v2.get(), 8, v1.get(), 3), Answer(0, kOut));
+    EXPECT_EQ(Cmp(LongCompare, 8, 0, one.get(), 0, two.get(), 5, 0x10), Answer(-1, LM_OK));
 }
 
 TEST(CompareOrder, SignedAndUnsignedInEveryWidthAndForm) {
@@ -299,7 +300,7 @@ TEST(CompareOrder, SignedAndUnsignedInEveryWidthAndForm) {
         EXPECT_EQ(Cmp(cmp, 0x82, 0, one, 0, two, 1), Answer(-1, LM_OK));
         const int signedOrder = cmp == IntCompare ? -1 : 1;
         EXPECT_EQ(Cmp(cmp, 2, 0, negative, 0, positive, 1).first, signedOrder);
-        EXPECT_EQ(Cmp(cmp, 1, 0, positive, 0, negative, 1).first, signedOrder);  // 0x05000000 vs 0xFEFFFFFF
+        EXPECT_EQ(Cmp(cmp, 1, 0, positive, 0, negative, 1).first, -signedOrder);  // 0x05000000 vs 0xFEFFFFFF
     }
 }
 

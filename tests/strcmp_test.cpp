@@ -107,72 +107,70 @@ TEST(StrCmpEntry, NullCountAndNativeBytes) {
         {"a*", "a", -1, 0},           {"*b", "", -1, -1},          {"*x", "abc", -1, -'x'}, {"*ab", "aab", -1, 0},
         {"a*b*c", "axxbyyc", -1, 0},  {"ab*ab", "abxabab", -1, 0}, {"*?", "abc", -1, -'?'}, {"*?", "a?", -1, 0}};
     for (const auto& m : matcher) {
-        EXPECT_EQ(LmByteWildcardCompare(m.pattern, m.text, m.count), m.expected)
+        EXPECT_EQ(LmByteWildcardCompare(m.pattern, m.text, static_cast<short>(m.count)), m.expected)
             << (m.pattern ? m.pattern : "null") << " / " << (m.text ? m.text : "null");
     }
 }
 
 TEST(StrCmpLevels, ExactPrimaryAccentCaseAndIgnorables) {
     ProcessDefaults restore;
-    const Row rows[] = {
-        // Exact: whole keys, case bits as they stand (lower case has the higher key);
-        // ignorables count: space 0x01002000 against b 0x01401020; no wildcards: '*'
-        // 0x01009F00 is a symbol; languages still give the orders (German sharp s is s
-        // with accent 28, then s).
-        {"a", "A", kExact, 32},
-        {"a b", "ab", kExact, 0x01002000 - 0x01401020},
-        {"abc", "a*", kExact, 0x01401020 - 0x01009F00},
-        {"ab", "ac", kExact, 0, 1},
-        {"ab", "a", kExact, 0x01401020},
-        {"\xDF", "s", kExact, 28, -1, kGerman},
-        // Primary: letters 4 and 3, two bits up in the word, 8 up in the key; the end
-        // against c; symbols < digits < letters.
-        {"b", "a", kAll, 0x400},
-        {"ab", "abc", kAll, -0x01401400},
-        {"1", "a", kAll, kSign, -1, kGeneric, -1},
-        {"!", "1", kExact, kSign, -1, kGeneric, -1},
-        // Accents: the last difference wins (e acute 2 against e grave 3, then a grave
-        // against a acute). Case: the first difference wins, right minus left, so lower
-        // case sorts first. Accent outranks case; a primary difference beats all of them.
-        {"\xE9\xE0", "\xE8\xE1", kAll, 1},
-        {"\xE8\xE1", "\xE9\xE0", kAll, -1},
-        {"\xE9\xE0", "\xE8\xE1", kAccent, 0},
-        {"a", "A", kAll, -32},
-        {"Ab", "aB", kAll, 32},
-        {"ABC", "abc", kCase, 0},
-        {"a\xE9", "Ae", kAll, 2},
-        {"a\xE9", "Ae", kAccent, -32},
-        {"a\xE9", "Ae", kCase, 2},
-        {"a\xE9", "Ae", kCase | kAccent, 0},
-        {"\301b", "ac", kAll, -0x400},
-        // Count: characters looked at; any negative but -1 counts as unsigned.
-        {"ab", "ac", kAll, 0, 1},
-        {"ab", "ac", kAll, -0x400, 2},
-        {"ab", "ac", kAll, -0x400, -2},
-        {"a", "A", 0xFFFF, -32},  // the process-wide default option
-        // A space never changes the primary level; noticed, it decides last. The symbol
-        // class is skipped by its own option only. Two ignorables in one place: space
-        // (32) against hyphen (116). The last ignorable difference wins; case and accents
-        // outrank the ignorable level.
-        {"ab c", "abc", kAll, 0x01002000},
-        {"abc", "ab c", kAll, -0x01002000},
-        {"ab c", "abc", kSpaces, 0},
-        {"a b", "ac", kAll, -0x400},
-        {"a-b", "ab", kSpaces, kSign, -1, kGeneric, 1},
-        {"a-b", "ab", kSymbols, 0},
-        {"a- b", "ab", kSymbols | kSpaces, 0},
-        {"a b", "a-b", kAll, (32 - 116) * 256},
-        {"a b-c", "a-b c", kAll, kSign, -1, kGeneric, 1},
-        {"a-b c", "a b-c", kAll, kSign, -1, kGeneric, -1},
-        {"a b", "Ab", kAll, -32},
-        // Each side collates in its own language: German Masse < Masse with sharp s < Massel.
-        {"\xE4", "z", kAll, kSign, -1, kGeneric, -1},
-        {"\xE4", "z", kAll, kSign, -1, kSwedish, 1},
-        {"chx", "cz", kAll, kSign, -1, kGeneric, -1},
-        {"chx", "cz", kAll, kSign, -1, kSpanishTraditional, 1},
-        {"Ma\337e", "Masse", kAll, 28, -1, kGerman},
-        {"Ma\337e", "Massel", kAll, kSign, -1, kGerman, -1},
-    };
+    const Row rows[] = {// Exact: whole keys, case bits as they stand (lower case has the higher key);
+                        // ignorables count: space 0x01002000 against b 0x01401020; no wildcards: '*'
+                        // 0x01009F00 is a symbol; languages still give the orders (German sharp s is s
+                        // with accent 28, then s).
+                        {"a", "A", kExact, 32},
+                        {"a b", "ab", kExact, 0x01002000 - 0x01401020},
+                        {"abc", "a*", kExact, 0x01401020 - 0x01009F00},
+                        {"ab", "ac", kExact, 0, 1},
+                        {"ab", "a", kExact, 0x01401020},
+                        {"\xDF", "s", kExact, 28, -1, kGerman},
+                        // Primary: letters 4 and 3, two bits up in the word, 8 up in the key; the end
+                        // against c; symbols < digits < letters.
+                        {"b", "a", kAll, 0x400},
+                        {"ab", "abc", kAll, -0x01401400},
+                        {"1", "a", kAll, kSign, -1, kGeneric, -1},
+                        {"!", "1", kExact, kSign, -1, kGeneric, -1},
+                        // Accents: the last difference wins (e acute 2 against e grave 3, then a grave
+                        // against a acute). Case: the first difference wins, right minus left, so lower
+                        // case sorts first. Accent outranks case; a primary difference beats all of them.
+                        {"\xE9\xE0", "\xE8\xE1", kAll, 1},
+                        {"\xE8\xE1", "\xE9\xE0", kAll, -1},
+                        {"\xE9\xE0", "\xE8\xE1", kAccent, 0},
+                        {"a", "A", kAll, -32},
+                        {"Ab", "aB", kAll, 32},
+                        {"ABC", "abc", kCase, 0},
+                        {"a\xE9", "Ae", kAll, 2},
+                        {"a\xE9", "Ae", kAccent, -32},
+                        {"a\xE9", "Ae", kCase, 2},
+                        {"a\xE9", "Ae", kCase | kAccent, 0},
+                        {"\301b", "ac", kAll, -0x400},
+                        // Count: characters looked at; any negative but -1 counts as unsigned.
+                        {"ab", "ac", kAll, 0, 1},
+                        {"ab", "ac", kAll, -0x400, 2},
+                        {"ab", "ac", kAll, -0x400, -2},
+                        {"a", "A", 0xFFFF, -32},  // the process-wide default option
+                                                  // A space never changes the primary level; noticed, it decides last.
+                                                  // The symbol class is skipped by its own option only. Two ignorables
+                                                  // in one place: space (32) against hyphen (116). The last ignorable
+                                                  // difference wins; case and accents outrank the ignorable level.
+                        {"ab c", "abc", kAll, 0x01002000},
+                        {"abc", "ab c", kAll, -0x01002000},
+                        {"ab c", "abc", kSpaces, 0},
+                        {"a b", "ac", kAll, -0x400},
+                        {"a-b", "ab", kSpaces, kSign, -1, kGeneric, 1},
+                        {"a-b", "ab", kSymbols, 0},
+                        {"a- b", "ab", kSymbols | kSpaces, 0},
+                        {"a b", "a-b", kAll, (32 - 116) * 256},
+                        {"a b-c", "a-b c", kAll, kSign, -1, kGeneric, 1},
+                        {"a-b c", "a b-c", kAll, kSign, -1, kGeneric, -1},
+                        {"a b", "Ab", kAll, -32},
+                        // Each side collates in its own language: German Masse < Masse with sharp s < Massel.
+                        {"\xE4", "z", kAll, kSign, -1, kGeneric, -1},
+                        {"\xE4", "z", kAll, kSign, -1, kSwedish, 1},
+                        {"chx", "cz", kAll, kSign, -1, kGeneric, -1},
+                        {"chx", "cz", kAll, kSign, -1, kSpanishTraditional, 1},
+                        {"Ma\337e", "Masse", kAll, 28, -1, kGerman},
+                        {"Ma\337e", "Massel", kAll, kSign, -1, kGerman, -1}};
     Check(rows, std::size(rows));
     LmString::SetDefaultCmpOp(kCase);
     EXPECT_EQ(Cmp("a", "A", 0xFFFF), 0);
@@ -212,43 +210,41 @@ TEST(StrCmpLevels, CodeSetsAndOrderTexts) {
 }
 
 TEST(StrCmpWildcards, AsteriskQuestionAndBacktracking) {
-    const Row rows[] = {
-        // One asterisk matches every text, the empty one too; a trailing one may match
-        // nothing; a question mark needs a character. The pattern is on the right only:
-        // on the left '*' is an ignorable symbol; without wildcards too.
-        {"", "*", kAll, 0},
-        {nullptr, "*", kAll, 0},
-        {"abc", "***", kAll, 0},
-        {"a", "a*", kAll, 0},
-        {"a", "a?", kAll, -1},
-        {"abc", "a?c", kAll, 0},
-        {"ac", "a?c", kAll, -0x01401400},
-        {"abc", "a?", kAll, 0x01401400},
-        {"*", "abc", kAll, -0x01400C00},
-        {"abc", "a*", kNoWild, 0x01401000},
-        // Backtracking: ab*ab on abxabab finds the last ab; a question mark as the target
-        // lets any character start the tail; noticed ignorables take part in the match.
-        {"abxabab", "ab*ab", kAll, 0},
-        {"abxaba", "ab*ab", kAll, kSign, -1, kGeneric, -1},
-        {"axbyc", "a*b*c", kAll, 0},
-        {"aaab", "*aab", kAll, 0},
-        {"abc", "*x", kAll, kSign, -1, kGeneric, -1},
-        {"abc", "*?c", kAll, 0},
-        {"c", "*?c", kAll, kSign, -1, kGeneric, -1},
-        {"xaybc", "*a?b?", kAll, 0},
-        {"a b", "*b", kAll, 0},
-        {"a-b", "*-b", kAll, 0},
-        // The levels still apply. A difference before the asterisk makes every later
-        // position a mismatch, yet the candidate noted where the tail matched carries it
-        // to the end: case, then accent.
-        {"ab", "*B", kCase, 0},
-        {"ab", "*B", kAll, kSign, -1, kGeneric, -1},
-        {"Abc", "a*", kAll, 32},
-        {"Abc", "a*", kCase, 0},
-        {"Abc", "a*c", kAll, 32},
-        {"eabx", "\xE9*x", kAll, -2},
-        {"eabxy", "\xE9*x", kAll, kSign, -1, kGeneric, -1},
-    };
+    const Row rows[] = {// One asterisk matches every text, the empty one too; a trailing one may match
+                        // nothing; a question mark needs a character. The pattern is on the right only:
+                        // on the left '*' is an ignorable symbol; without wildcards too.
+                        {"", "*", kAll, 0},
+                        {nullptr, "*", kAll, 0},
+                        {"abc", "***", kAll, 0},
+                        {"a", "a*", kAll, 0},
+                        {"a", "a?", kAll, -1},
+                        {"abc", "a?c", kAll, 0},
+                        {"ac", "a?c", kAll, -0x01401400},
+                        {"abc", "a?", kAll, 0x01401400},
+                        {"*", "abc", kAll, -0x01400C00},
+                        {"abc", "a*", kNoWild, 0x01401000},
+                        // Backtracking: ab*ab on abxabab finds the last ab; a question mark as the target
+                        // lets any character start the tail; noticed ignorables take part in the match.
+                        {"abxabab", "ab*ab", kAll, 0},
+                        {"abxaba", "ab*ab", kAll, kSign, -1, kGeneric, -1},
+                        {"axbyc", "a*b*c", kAll, 0},
+                        {"aaab", "*aab", kAll, 0},
+                        {"abc", "*x", kAll, kSign, -1, kGeneric, -1},
+                        {"abc", "*?c", kAll, 0},
+                        {"c", "*?c", kAll, kSign, -1, kGeneric, -1},
+                        {"xaybc", "*a?b?", kAll, 0},
+                        {"a b", "*b", kAll, 0},
+                        {"a-b", "*-b", kAll, 0},
+                        // The levels still apply. A difference before the asterisk makes every later
+                        // position a mismatch, yet the candidate noted where the tail matched carries it
+                        // to the end: case, then accent.
+                        {"ab", "*B", kCase, 0},
+                        {"ab", "*B", kAll, kSign, -1, kGeneric, -1},
+                        {"Abc", "a*", kAll, 32},
+                        {"Abc", "a*", kCase, 0},
+                        {"Abc", "a*c", kAll, 32},
+                        {"eabx", "\xE9*x", kAll, -2},
+                        {"eabxy", "\xE9*x", kAll, kSign, -1, kGeneric, -1}};
     Check(rows, std::size(rows));
 }
 
@@ -282,6 +278,7 @@ TEST(StrCmpWildcards, ProcessWideCharactersAndFindWildcard) {
     LmString::SetAsterisk(LmChar('*'));
     EXPECT_EQ(Cmp("abc", "a!*"), 0);
 
+    for (int which = LM_WILDCARD_ASTERISK; which <= LM_WILDCARD_ESCAPE; ++which) LmWildcardOrderSet(which, 0);
     // The search: order words are counted (sharp s gives two), the count limits the
     // words looked at, native texts go by bytes; the offset is in bytes.
     const struct {
@@ -290,20 +287,18 @@ TEST(StrCmpWildcards, ProcessWideCharactersAndFindWildcard) {
         int which;
         uint16_t count, expected, offset;
         unsigned char format = 1;
-    } finds[] = {
-        {kLatin1, "ab*c?", 0, 0xFFFF, 2, 2},
-        {kLatin1, "ab?c*", 1, 0xFFFF, 4, 4},
-        {kLatin1, "ab?c*", 0, 0xFFFF, 2, 2},
-        {kLatin1, "\xDF*", 0, 0xFFFF, 2, 1},
-        {kUnicode, u"ab?", 0, 0xFFFF, 2, 4, 255},
-        {kLatin1, "abc*", 0, 3, 0xFFFF, 0xFFFF},
-        {kLatin1, "abc*", 0, 4, 3, 3},
-        {kLatin1, "abc", 0, 0xFFFF, 0xFFFF, 0xFFFF},
-        {kLatin1, nullptr, 0, 0xFFFF, 0xFFFF, 0xFFFF},
-        {kNative, "x?y*", 0, 0xFFFF, 1, 1},
-        {kNative, "x?y*", 1, 0xFFFF, 3, 3},
-        {kNative, "x?y*", 1, 3, 0xFFFF, 0xFFFF},
-    };
+    } finds[] = {{kLatin1, "ab*c?", 0, 0xFFFF, 2, 2},
+                 {kLatin1, "ab?c*", 1, 0xFFFF, 4, 4},
+                 {kLatin1, "ab?c*", 0, 0xFFFF, 2, 2},
+                 {kLatin1, "\xDF*", 0, 0xFFFF, 2, 1},
+                 {kUnicode, u"ab?", 0, 0xFFFF, 2, 4, 255},
+                 {kLatin1, "abc*", 0, 3, 0xFFFF, 0xFFFF},
+                 {kLatin1, "abc*", 0, 4, 3, 3},
+                 {kLatin1, "abc", 0, 0xFFFF, 0xFFFF, 0xFFFF},
+                 {kLatin1, nullptr, 0, 0xFFFF, 0xFFFF, 0xFFFF},
+                 {kNative, "x?y*", 0, 0xFFFF, 1, 1},
+                 {kNative, "x?y*", 1, 0xFFFF, 3, 3},
+                 {kNative, "x?y*", 1, 3, 0xFFFF, 0xFFFF}};
     for (const auto& f : finds) {
         uint16_t offset = 7;
         EXPECT_EQ(LmFindWildcard(f.codeSet, kGeneric, f.text, f.which, f.count, &offset, f.format), f.expected)
@@ -324,32 +319,30 @@ TEST(StrCmpChar, OperatorFamily) {
     // set 1, the unsigned short form in code set 253: collation, not values. The operand
     // on the right is the pattern. One character only: the first order word of sharp s
     // decides. A pointer form compares that character alone, in format 1 whatever its own.
-    const std::pair<int, int> cases[] = {
-        {a == LmChar('a'), 1},
-        {a != upperA, -32},
-        {b != a, 0x400},
-        {a < upperA, 1},
-        {a <= upperA, 1},
-        {a > upperA, 0},
-        {a >= upperA, 0},
-        {a.Compare(upperA, kCase), 0},
-        {a.Compare(upperA, 0xFFFF), -32},
-        {eAcute == '\xE9', 1},
-        {eAcute == static_cast<unsigned short>(0xE9), 1},
-        {eAcute != 'e', 2},
-        {eAcute > 'e', 1},
-        {eAcute >= 'f', 0},
-        {eAcute < static_cast<unsigned short>('f'), 1},
-        {eAcute <= static_cast<unsigned short>('e'), 0},
-        {b != static_cast<unsigned short>('a'), 0x400},
-        {LmChar('x') == '*', 1},
-        {LmChar('*') == 'x', 0},
-        {LmChar('\xDF', kLatin1, kGerman) != LmChar('s', kLatin1, kGerman), 28},
-        {LmChar('\xDF') != 's', 0x100},
-        {LmChar(text, 0) == LmChar('c', kLatin1, kSpanishTraditional), 1},
-        {onDisk == static_cast<unsigned short>('a'), 0},
-        {onDisk == static_cast<unsigned short>(0x6100), 1},
-    };
+    const std::pair<int, int> cases[] = {{a == LmChar('a'), 1},
+                                         {a != upperA, -32},
+                                         {b != a, 0x400},
+                                         {a < upperA, 1},
+                                         {a <= upperA, 1},
+                                         {a > upperA, 0},
+                                         {a >= upperA, 0},
+                                         {a.Compare(upperA, kCase), 0},
+                                         {a.Compare(upperA, 0xFFFF), -32},
+                                         {eAcute == '\xE9', 1},
+                                         {eAcute == static_cast<unsigned short>(0xE9), 1},
+                                         {eAcute != 'e', 2},
+                                         {eAcute > 'e', 1},
+                                         {eAcute >= 'f', 0},
+                                         {eAcute < static_cast<unsigned short>('f'), 1},
+                                         {eAcute <= static_cast<unsigned short>('e'), 0},
+                                         {b != static_cast<unsigned short>('a'), 0x400},
+                                         {LmChar('x') == '*', 1},
+                                         {LmChar('*') == 'x', 0},
+                                         {LmChar('\xDF', kLatin1, kGerman) != LmChar('s', kLatin1, kGerman), 28},
+                                         {LmChar('\xDF') != 's', 0x100},
+                                         {LmChar(text, 0) == LmChar('c', kLatin1, kSpanishTraditional), 1},
+                                         {onDisk == static_cast<unsigned short>('a'), 0},
+                                         {onDisk == static_cast<unsigned short>(0x6100), 1}};
     for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].first, cases[i].second) << "row " << i;
     // The operators follow the process-wide default option.
     LmString::SetDefaultCmpOp(kCase);

@@ -96,8 +96,7 @@ const RecordCase kRecords[] = {
      [] { return Make("ab\0cd", kLatin1, kGeneric, 5); },
      "0900 0101 6162006364 00FF",
      "0009 0101 6162006364 00FF",
-     {kLatin1, kGeneric, Hex("616200636400")}},
-};
+     {kLatin1, kGeneric, Hex("616200636400")}}};
 const Bytes kAbcLittle = Hex(kRecords[0].little), kNullLittle = Hex(kRecords[5].little);
 const Bytes kAbcKey = Hex("0A00 FE01 0C5010501450 00FF"), kAbcKeyBig = Hex("000A FE01 500C50105014 00FF");
 const Bytes kOld = Hex("0400 6162 00 00");  // "ab" and "" in the old form
@@ -244,29 +243,27 @@ TEST(StringTranslate, IntoMemory) {
         unsigned char format;
         unsigned length, count, result;
         std::vector<State> states;
-    } cases[] = {
-        {Hex(kRecords[0].big), kBig, 0, 1, 9, {kRecords[0].loaded}},
-        {kAbcKey, kKey | kLittle, 12, 1, 12, {abcWords}},
-        {kAbcKey, kKey | kLittle, 10, 1, 12, {abcWords}},
-        {kAbcKeyBig, kKey | kBig, 10, 1, 12, {abcWords}},
-        {kAbcKey, kKey | kLittle, 8, 1, 10, {{kOrder, kGeneric, Hex("0C501050 0000")}}},
-        {kAbcKey, kKey | kLittle, 10, 3, 24, {abcWords, {kOrder, kGeneric, {}}, {kOrder, kGeneric, {}}}},
-        {kAbcKey, kKey | kLittle, 5, 1, 6, {{kOrder, kGeneric, {}}}},
-        {kAbcKey, kKey | kLittle, 3, 1, 6, {{kOrder, kGeneric, {}}}},
-        {Hex("0600 FE01 0C50 00FF 0600 FE14 004E 00FF"),
-         kKey | kLittle,
-         16,
-         2,
-         16,
-         {{kOrder, kGeneric, Hex("0C500000")}, {kOrder, 20, Hex("004E0000")}}},
-        // The longest key that comes this way: 259 bytes of a record claiming 261.
-        {Cat({Hex("0301 0101"), Bytes(255, 'x')}),
-         kKey | kLittle,
-         259,
-         1,
-         261,
-         {{kLatin1, kGeneric, Cat({Bytes(255, 'x'), {0}})}}},
-    };
+    } cases[] = {{Hex(kRecords[0].big), kBig, 0, 1, 9, {kRecords[0].loaded}},
+                 {kAbcKey, kKey | kLittle, 12, 1, 12, {abcWords}},
+                 {kAbcKey, kKey | kLittle, 10, 1, 12, {abcWords}},
+                 {kAbcKeyBig, kKey | kBig, 10, 1, 12, {abcWords}},
+                 {kAbcKey, kKey | kLittle, 8, 1, 10, {{kOrder, kGeneric, Hex("0C501050 0000")}}},
+                 {kAbcKey, kKey | kLittle, 10, 3, 24, {abcWords, {kOrder, kGeneric, {}}, {kOrder, kGeneric, {}}}},
+                 {kAbcKey, kKey | kLittle, 5, 1, 6, {{kOrder, kGeneric, {}}}},
+                 {kAbcKey, kKey | kLittle, 3, 1, 6, {{kOrder, kGeneric, {}}}},
+                 {Hex("0600 FE01 0C50 00FF 0600 FE14 004E 00FF"),
+                  kKey | kLittle,
+                  16,
+                  2,
+                  16,
+                  {{kOrder, kGeneric, Hex("0C500000")}, {kOrder, 20, Hex("004E0000")}}},
+                 // The longest key that comes this way: 259 bytes of a record claiming 261.
+                 {Cat({Hex("0301 0101"), Bytes(255, 'x')}),
+                  kKey | kLittle,
+                  259,
+                  1,
+                  261,
+                  {{kLatin1, kGeneric, Cat({Bytes(255, 'x'), {0}})}}}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "row " << (&c - cases));
         std::vector<LmString> strings(c.count, LmString("old"));
@@ -310,15 +307,13 @@ TEST(StringTranslate, BetweenDiskFormsWithoutOrderWords) {
         unsigned char format;
         unsigned length, shown, result;
         const char* bytes;
-    } memory[] = {
-        {&abc, kLittle, 12, 12, 9, "0700 0101 616263 00FF 000000"},
-        {&wide, kBig, 10, 0, 10, "0008 FD01 00E9263A 00FF"},
-        {&abc, kZeroSet | kLittle, 9, 0, 9, "0700 0101 616263 00FF"},
-        {&abc, kLittle, 6, 0, 6, "0700 0101 6162"},
-        {&wide, kBig, 7, 0, 7, "0008 FD01 00E926"},
-        {&orderWords, kKey | kBig, 8, 0, 8, "0006 FE01 500C 00FF"},
-        {&native0, kKey | kLittle, 10, 10, 8, "0600 0002 6162 00FF 0000"},
-    };
+    } memory[] = {{&abc, kLittle, 12, 12, 9, "0700 0101 616263 00FF 000000"},
+                  {&wide, kBig, 10, 0, 10, "0008 FD01 00E9263A 00FF"},
+                  {&abc, kZeroSet | kLittle, 9, 0, 9, "0700 0101 616263 00FF"},
+                  {&abc, kLittle, 6, 0, 6, "0700 0101 6162"},
+                  {&wide, kBig, 7, 0, 7, "0008 FD01 00E926"},
+                  {&orderWords, kKey | kBig, 8, 0, 8, "0006 FE01 500C 00FF"},
+                  {&native0, kKey | kLittle, 10, 10, 8, "0600 0002 6162 00FF 0000"}};
     for (const auto& c : memory) {
         EXPECT_EQ(ToDisk(current, c.format, c.length, c.s, kMemory, 0, 1, c.shown),
                   std::make_pair(c.result, Hex(c.bytes)))
@@ -352,8 +347,7 @@ TEST(StringTranslate, BetweenDiskFormsWithoutOrderWords) {
         {kOld, kLittle, 6, kKey | kLittle, 9, 8, "0700 0000 6162 0000"},
         {kOld, kNativeSet | kLittle, 6, kNativeSet | kLittle, 9, 8, "0700 0100 6162 0000"},
         {Hex("0004 6162 00 00"), kBig, 6, kBig, 9, 8, "0007 0000 6162 0000"},
-        {kOld, kLittle, 6, kLittle, 6, 6, "0700 0000 6162"},
-    };
+        {kOld, kLittle, 6, kLittle, 6, 6, "0700 0000 6162"}};
     for (const auto& c : disk) {
         EXPECT_EQ(FromDisk(c.source, c.sourceFormat, c.sourceLength, c.format, c.length),
                   std::make_pair(c.result, Hex(c.bytes)))
@@ -463,8 +457,7 @@ TEST(StringTranslateKey, OrderWordsFamiliesAndCapacity) {
         {&abc, 1, kKey | kLittle, 5, 6, Hex("0600 FE01 0C50")},
         {&abc, 1, kKey | kLittle, 4, 0, {}},
         {pair, 2, kKey | kLittle, 12, 8, Hex("0600 FE01 0C50 00FF")},
-        {&many, 1, kKey | kLittle, 300, 300, manyKey},
-    };
+        {&many, 1, kKey | kLittle, 300, 300, manyKey}};
     for (const auto& c : cases) {
         EXPECT_EQ(ToDisk(current, c.format, c.length, c.s, kMemory, 0, c.count), std::make_pair(c.result, c.bytes))
             << "row " << (&c - cases);
@@ -504,8 +497,7 @@ TEST(StringTranslateKey, OrderWordsFamiliesAndCapacity) {
         {abStar, kLittle, 6, kKey | kLittle, 300, 1, 8, Hex("0600 FE01 0C50 00FF")},
         {Hex("0400 FD01 00FF"), kLittle, 4, kKey | kLittle, 300, 1, 6, Hex("0400 FE01 00FF")},
         // Traditional Spanish "ch": a contraction looks at the character behind the last one.
-        {Hex("0600 0104 6368 00FF"), kLittle, 8, kKey | kLittle, 300, 1, 8, Hex("0600 FE01 1650 00FF")},
-    };
+        {Hex("0600 0104 6368 00FF"), kLittle, 8, kKey | kLittle, 300, 1, 8, Hex("0600 FE01 1650 00FF")}};
     for (const auto& c : disk) {
         EXPECT_EQ(FromDisk(c.source, c.sourceFormat, c.sourceLength, c.format, c.length, c.count),
                   std::make_pair(c.result, c.bytes))
@@ -550,11 +542,11 @@ TEST(StringDisk, LegacyTranslateDownAndUp) {
         unsigned char format;
         unsigned length, shown;
         const char* bytes;
-    } cases[] = {
-        {kAbcLittle, kLittle, 6, 0, "0400 616263 00"}, {kAbcLittle, kBig, 9, 9, "0004 616263 00 000000"},
-        {kAbcLittle, kLittle, 4, 0, "0400 6162"},      {Hex(kRecords[1].little), kLittle, 7, 0, "0500 E9003A26 00"},
-        {kOld, kBig, 6, 0, "0004 6162 00 00"},
-    };
+    } cases[] = {{kAbcLittle, kLittle, 6, 0, "0400 616263 00"},
+                 {kAbcLittle, kBig, 9, 9, "0004 616263 00 000000"},
+                 {kAbcLittle, kLittle, 4, 0, "0400 6162"},
+                 {Hex(kRecords[1].little), kLittle, 7, 0, "0500 E9003A26 00"},
+                 {kOld, kBig, 6, 0, "0004 6162 00 00"}};
     for (const auto& c : cases) {
         Bytes source = c.source;
         EXPECT_EQ(

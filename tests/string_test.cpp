@@ -66,27 +66,25 @@ TEST(StringConstruct, CharactersTextsAndNumbers) {
     const struct {
         LmString s;
         State state;
-    } cases[] = {
-        {LmString('x'), {1, 1, {'x', 0}}},
-        {LmString(static_cast<unsigned char>(0xE9)), {1, 1, {0xE9, 0}}},
-        {LmString('\0'), {1, 1, {}}},
-        {LmString(static_cast<unsigned short>(0x263A)), {kUnicode, 1, {0x3A, 0x26, 0, 0}}},  // not a number
-        {LmString(static_cast<unsigned short>(0)), {kUnicode, 1, {}}},
-        {LmString(77, 9), {77, 9, {}}},  // the pair form takes its labels as they are
-        {LmString(static_cast<const char*>(nullptr)), {1, 1, {}}},
-        {LmString("abcdef", 3), {1, 1, Text("abc")}},  // counted: 65535 to the terminator, 0 no buffer
-        {LmString("abc", 65535), {1, 1, Text("abc")}},
-        {LmString("abc", 0), {1, 1, {}}},
-        {LmString(kWide, 2), {kUnicode, 1, {0xE9, 0, 0x3A, 0x26, 0, 0}}},
-        {LmString(static_cast<short>(-12)), {1, 1, Text("-12")}},
-        {LmString(std::numeric_limits<int>::min()), {1, 1, Text("-2147483648")}},
-        {LmString(4294967295u), {1, 1, Text("4294967295")}},
-        {LmString(std::numeric_limits<int64_t>::min()), {1, 1, Text("-9223372036854775808")}},
-        {LmString(std::numeric_limits<uint64_t>::max()), {1, 1, Text("18446744073709551615")}},
-        {LmString(0.1), {1, 1, Text("0.10000000000000001")}},
-        {LmString(-std::numeric_limits<double>::infinity()), {1, 1, Text("-Infinity")}},
-        {LmString(-std::nan("")), {1, 1, Text("NaN")}},
-    };
+    } cases[] = {{LmString('x'), {1, 1, {'x', 0}}},
+                 {LmString(static_cast<unsigned char>(0xE9)), {1, 1, {0xE9, 0}}},
+                 {LmString('\0'), {1, 1, {}}},
+                 {LmString(static_cast<unsigned short>(0x263A)), {kUnicode, 1, {0x3A, 0x26, 0, 0}}},  // not a number
+                 {LmString(static_cast<unsigned short>(0)), {kUnicode, 1, {}}},
+                 {LmString(77, 9), {77, 9, {}}},  // the pair form takes its labels as they are
+                 {LmString(static_cast<const char*>(nullptr)), {1, 1, {}}},
+                 {LmString("abcdef", 3), {1, 1, Text("abc")}},  // counted: 65535 to the terminator, 0 no buffer
+                 {LmString("abc", 65535), {1, 1, Text("abc")}},
+                 {LmString("abc", 0), {1, 1, {}}},
+                 {LmString(kWide, 2), {kUnicode, 1, {0xE9, 0, 0x3A, 0x26, 0, 0}}},
+                 {LmString(static_cast<short>(-12)), {1, 1, Text("-12")}},
+                 {LmString(std::numeric_limits<int>::min()), {1, 1, Text("-2147483648")}},
+                 {LmString(4294967295u), {1, 1, Text("4294967295")}},
+                 {LmString(std::numeric_limits<int64_t>::min()), {1, 1, Text("-9223372036854775808")}},
+                 {LmString(std::numeric_limits<uint64_t>::max()), {1, 1, Text("18446744073709551615")}},
+                 {LmString(0.1), {1, 1, Text("0.10000000000000001")}},
+                 {LmString(-std::numeric_limits<double>::infinity()), {1, 1, Text("-Infinity")}},
+                 {LmString(-std::nan("")), {1, 1, Text("NaN")}}};
     LmString::SetDefaultCodeSet(kLatin1);
     for (const auto& c : cases) EXPECT_EQ(StateOf(c.s), c.state);
     // An inner zero stays in the buffer and ends Len; a copy measures by Len and drops what is behind it.
@@ -232,8 +230,7 @@ TEST(StringSplice, ModesFillsAndRawAssignment) {
         {LmString("ab"), nullptr, kLatin1, 1, 0, 1, 1, LM_SPLICE_REPLACE, Text("ab")},
         {LmString("ab"), u"\0x", kUnicode, 1, 0, 1, 1, LM_SPLICE_INSERT, Text("ab")},
         {LmString("ab"), "x", kLatin1, 0, 0, 1, 1, 4, Text("ab")},
-        {LmString("ab"), "x", kLatin1, 0, 0, 1, 1, 0, Text("ab")},
-    };
+        {LmString("ab"), "x", kLatin1, 0, 0, 1, 1, 0, Text("ab")}};
     for (const auto& c : cases) {
         LmString s = c.s;
         LmStringSplice(s, c.src, c.cs, c.pos, c.start, c.count, c.repeat, c.mode, 1);
@@ -478,18 +475,16 @@ TEST(StringOps, ComparisonFindAndPieces) {
         uint16_t start;
         unsigned short option;
         short expected;
-    } cases[] = {
-        {"bc", 0, LM_CMP_DEFAULT, 1},
-        {"bc", 2, LM_CMP_DEFAULT, 4},
-        {"bcd", 4, LM_CMP_DEFAULT, -1},
-        {"ca", 0, 0, 2},  // with the appended asterisk "ca*" matches a prefix of the rest
-        {"CA", 0, LM_CMP_IGNORE_CASE, 2},
-        {"a?c", 1, 0, 3},
-        {"a?c", 0, LM_CMP_NO_WILDCARD, -1},  // the question mark is a plain character
-        {"c*b", 0, LM_CMP_DEFAULT, 2},       // default wildcards read within three characters
-        {"", 2, LM_CMP_DEFAULT, 2},
-        {"x", 7, 0, -1},
-    };
+    } cases[] = {{"bc", 0, LM_CMP_DEFAULT, 1},
+                 {"bc", 2, LM_CMP_DEFAULT, 4},
+                 {"bcd", 4, LM_CMP_DEFAULT, -1},
+                 {"ca", 0, 0, 2},  // with the appended asterisk "ca*" matches a prefix of the rest
+                 {"CA", 0, LM_CMP_IGNORE_CASE, 2},
+                 {"a?c", 1, 0, 3},
+                 {"a?c", 0, LM_CMP_NO_WILDCARD, -1},  // the question mark is a plain character
+                 {"c*b", 0, LM_CMP_DEFAULT, 2},       // default wildcards read within three characters
+                 {"", 2, LM_CMP_DEFAULT, 2},
+                 {"x", 7, 0, -1}};
     for (const auto& c : cases) {
         EXPECT_EQ(s.Find(LmString(c.pattern), c.start, c.option), c.expected) << c.pattern << " " << c.start;
         EXPECT_EQ(wide.Find(LmString(c.pattern), c.start, c.option), c.expected) << "16-bit " << c.pattern;

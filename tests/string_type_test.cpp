@@ -207,9 +207,9 @@ TEST(StringCompare, StoredOperandsByRule) {
         // "abc" without its final byte: the current table takes it for a record, the legacy
         // table for an old-form block 01 01 'a' 'b' 'c', cut. With the order bit there is no old form.
         {5, cut, kABC, kPlain, 1, 1, -1, -1, {0, 0}},
-        {5, cut, oldLabelsAndText, kPlain, 1, 1, -1, -1, {1, 0}},
+        {5, cut, oldLabelsAndText, kPlain, 1, 1, -1, -1, {-1, 0}},
         {3, cut, oldLabelsAndText, kWild, 1, 1, -1, -1, {0, 0}},
-        {3, cut, kABC, kPlain, 1, 1, -1, -1, {-1, 0}},
+        {3, cut, kABC, kPlain, 1, 1, -1, -1, {1, 0}},
         {3, kCutABC, kKeyABCD, kPlain, kKey, 1, -1, -1, {0, kOut}},
         // Arrays element by element: the second differs, the third is not read (the right
         // holds two records and "all" lengths would run past them); fewer than 5 bytes left.
@@ -266,7 +266,7 @@ TEST(StringCompare, KeysInPlaceAgreeWithTheWalk) {
         keys.push_back(key);
     };
     for (const char* w : words) {
-        for (unsigned char language : {1, 2}) add(Raw(1, language, w));
+        for (int language : {1, 2}) add(Raw(1, static_cast<unsigned char>(language), w));
     }
     add(Wide(u"\u4E2D\u6587"));
     for (const unsigned short option : {kPlain, static_cast<unsigned short>(kPlain | LM_CMP_IGNORE_CASE), kSkip}) {
