@@ -1,10 +1,11 @@
 // The road of a few plain numbers through the type manager: create by type id,
 // store in both byte orders, load back, compare in memory and on disk, hash. Then
 // the road of one string attribute: create, scan, store, hash, build index keys,
-// compare stored keys, step a key, load back, print, delete. Then values as text by
-// type id, conversions, nulls, key stepping and the multi-byte form. Last, an object
-// reference and a blob through store, load and print.
+// compare stored keys, step a key, load back, print, delete; the index bounds of a
+// pattern. Then values as text by type id, conversions, nulls, key stepping and the
+// multi-byte form. Last, an object reference and a blob through store, load and print.
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -91,7 +92,9 @@ void StringRoad(LmTypeMgr& mgr) {
 
     // 1. Create by id and scan from a text (German collation, language 2).
     auto* value = static_cast<LmString*>(mgr.Create(LmSTRING_T, 1));
-    LmString text("Stra\xDF" "enbahn");
+    LmString text(
+        "Stra\xDF"
+        "enbahn");
     text.SetLanguage(2);
     mgr.ScanFromLmString(LmSTRING_T, value, text, nullptr, 1);
     PrintLine("scanned", *value);
@@ -159,6 +162,45 @@ void StringRoad(LmTypeMgr& mgr) {
     mgr.Delete(LmSTRING_T, loaded, 1);
     mgr.Delete(LmSTRING_T, value, 1);
     std::printf("  deleted\n");
+}
+
+// The bounds of a pattern: a query asks for "Mü*" in German on an index of keys from
+// "Aachen" to "Zwiebel". The pattern goes in as its order-form key; the share of the
+// index and the two keys that bound the scan come back, the keys readable once they
+// are loaded as order-form strings.
+void BoundRoad(LmTypeMgr& mgr) {
+    std::printf("\nIndex bounds of a pattern\n");
+    LmString pattern("M\xFC*"), first("Aachen"), last("Zwiebel");
+    unsigned char value[64], lower[64], upper[64];
+    const unsigned char keyFormat = LM_STRFMT_ORDER | LmFormatLittle;
+    LmString* texts[] = {&pattern, &first, &last};
+    unsigned char* keys[] = {value, lower, upper};
+    unsigned lens[3];
+    for (int i = 0; i < 3; ++i) {
+        texts[i]->SetLanguage(2);
+        lens[i] = BuildKey(mgr, *texts[i], keys[i], 64);
+    }
+    PrintHex("pattern key", value, lens[0]);
+    LmIdxBounds range{lower, upper, static_cast<uint8_t>(lens[1]), static_cast<uint8_t>(lens[2]), 0, 0, 0};
+    LmIdxBounds out{};
+    out.keyCapacity = 32;
+    unsigned short op = LM_BOUND_EQ;
+    const float share = mgr.EvalAndBound(LmSTRING_T, &range, op, value, LmFormatLittle, 1, &out, nullptr);
+    std::printf("  share of the index %.3g; comparison word %#x (0x8: the bounds are a superset)\n", share, op);
+    const char* names[] = {"lower bound", "upper bound"};
+    void* bounds[] = {out.lower, out.upper};
+    const unsigned boundLens[] = {out.lowerLen, out.upperLen};
+    for (int i = 0; i < 2; ++i) {
+        PrintHex(names[i], static_cast<unsigned char*>(bounds[i]), boundLens[i]);
+        LmString key;
+        mgr.Load(LmSTRING_T, &key, bounds[i], keyFormat, 1);
+        LmString shown;
+        mgr.PrintToLmString(LmSTRING_T, shown, &key, "%2M", 1);
+        PrintLine(names[i], shown);
+        mgr.PrintToLmString(LmSTRING_T, shown, &key, "%3M; ", 1);
+        std::printf("    %s\n", shown.StrGet());
+        std::free(bounds[i]);  // the caller's, from the standard allocator
+    }
 }
 
 // Values as text by type id: print and scan under the exchange formats, arrays,
@@ -332,12 +374,24 @@ int main() {
     Fill<uint64_t>(u8, {0x0102030405060708ull, 42});
     Show(mgr, LmU8B_T, u8, 2);
 
+    // LmInt64 computes by its own rules and keeps the word low in front on disk, so its
+    // big-endian image is not a big-endian 64-bit number.
+    auto* int64s = static_cast<LmInt64*>(mgr.Create(LmINT64_T, 2));
+    int64s[0] = LmInt64(-7) / LmInt64(2) * LmInt64(0x10000000000LL);  // -3 * 2^40
+    int64s[1] = LmInt64(12345678.0);                                   // seven digits: 12345680
+    Show(mgr, LmINT64_T, int64s, 2);
+    LmString int64Text;
+    int64s[0].PrintToLmString(int64Text, "%S = %x");  // the second conversion prints the rest, 0
+    PrintLine("LmInt64 under \"%S = %x\"", int64Text);
+
     mgr.Delete(LmINT_T, ints, 3);
+    mgr.Delete(LmINT64_T, int64s, 2);
     mgr.Delete(Lm2B_T, shorts, 3);
     mgr.Delete(LmDOUBLE_T, doubles, 2);
     mgr.Delete(LmU8B_T, u8, 2);
 
     StringRoad(mgr);
+    BoundRoad(mgr);
     TextRoad(mgr);
     IdentityRoad(mgr);
 

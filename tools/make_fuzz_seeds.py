@@ -32,6 +32,17 @@ def key(words, family=1, cut=False):
     return struct.pack("<H", length) + bytes([254, family]) + body + tail
 
 
+def fixed(*texts, flag=0x40, big=False):
+    """A stored array of fixed-form strings: flag, T, the strings each with a zero."""
+    body = b"".join(t + b"\x00" for t in texts)
+    return bytes([flag]) + struct.pack(">H" if big else "<H", len(body)) + body
+
+
+def sized(b):
+    """A key after its length byte."""
+    return bytes([len(b)]) + b
+
+
 OLD_AB = b"\x04\x00ab\x00\x00"  # old form: "ab" and ""
 NULL = b"\x04\x00\x00\xfe\x00\xff"
 
@@ -139,6 +150,106 @@ SEEDS = {
         "order_words": bytes([5, 5, 1, 1]) + struct.pack("<H", 0) + struct.pack("<h", -1) + bytes([0, 0, 4])
         + struct.pack("<HH", 0x4180, 0x4184) + struct.pack("<HH", 0x4180, 0x4188),
         "null_left": bytes([1, 1, 9, 1]) + struct.pack("<H", 0) + struct.pack("<h", -1) + bytes([0, 1, 0]) + b"*",
+    },
+    # id (odd: LmCaseIString), format (1, 2, 0x81, 0x82, 0x21), target (1, 2, 0x81,
+    # 0x82, 8), option, count, length mode, target length, left size, left, right
+    "fuzz_fixed_string": {
+        "plain_equal": bytes([1, 0, 2]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 16, 7)
+        + fixed(b"abc") + fixed(b"ABC"),
+        "plain_wild": bytes([0, 1, 1]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 16, 7)
+        + fixed(b"abc", big=True) + fixed(b"a*c", big=True),
+        "key_left": bytes([1, 2, 4]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 8, 7)
+        + fixed(b"\x54\x5b\x5e", flag=0xC0) + fixed(b"abd*"),
+        "key_cut": bytes([1, 2, 3]) + struct.pack("<H", 0) + bytes([1, 2]) + struct.pack("<HH", 6, 5)
+        + fixed(b"abcdef")[:5] + fixed(b"abcxyz"),
+        "arrays": bytes([0, 0, 0]) + struct.pack("<H", 0x10) + bytes([3, 3]) + struct.pack("<HH", 40, 9)
+        + fixed(b"a", b"b", b"c") + fixed(b"a", b"x", b"c"),
+        "escape": bytes([1, 4, 2]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 12, 7)
+        + fixed(b"a\nb") + fixed(b"a\\nb"),
+        "long_cut": bytes([1, 0, 0]) + struct.pack("<H", 0) + bytes([1, 0]) + struct.pack("<HH", 300, 260)
+        + fixed(b"q" * 300)[:260] + fixed(b"q" * 300),
+    },
+    # legacy, id index (o_char, o_2b, o_4b, o_double, o_float, o_u2b, o_u4b, int,
+    # unsigned, enum, o_u1b, LmString, BlockId, LmIString, LmCaseIString, o_8b, o_u8b),
+    # comparison word, format (1, 2, 0x81, 0x82), count - 1, mode (1 range, 2 no lower
+    # key, 4 no upper key, 8 a preset bound, 16 preset lower, 32 no out), key
+    # capacity, lower key, upper key (each after its length byte), [preset], value
+    "fuzz_eval_bound": {
+        "long_eq": bytes([0, 2]) + struct.pack("<H", 1) + bytes([0, 0, 1, 0])
+        + sized(struct.pack("<i", 10)) + sized(struct.pack("<i", 19)) + struct.pack("<i", 15),
+        "long_big_ne": bytes([0, 2]) + struct.pack("<H", 6) + bytes([1, 1, 1, 0])
+        + sized(struct.pack(">i", 10)) + sized(struct.pack(">i", 19)) + struct.pack(">ii", 25, 3),
+        "double_nan": bytes([0, 3]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0])
+        + sized(struct.pack("<d", float("nan"))) + sized(struct.pack("<d", 9.0)) + struct.pack("<d", 1.0),
+        "u8b_collapsed": bytes([0, 16]) + struct.pack("<H", 2) + bytes([0, 0, 1, 0])
+        + sized(struct.pack("<Q", 1 << 63)) + sized(struct.pack("<Q", (1 << 63) + 2))
+        + struct.pack("<Q", (1 << 63) + 1),
+        "int_no_range": bytes([0, 7]) + struct.pack("<H", 3) + bytes([0, 2, 0, 0]) + sized(b"") + sized(b"")
+        + struct.pack("<iii", 1, 2, 3),
+        "string_prefix": bytes([0, 11]) + struct.pack("<H", 1) + bytes([0, 0, 1, 20])
+        + sized(key([0x400C, 0x500C, 0x5038])) + sized(key([0x4070, 0x505C, 0x5014, 0x5034, 0x501C, 0x5050]))
+        + key([0x403C, 0x535C, 0x009F]),
+        "string_cut_range": bytes([0, 11]) + struct.pack("<H", 5 | 0x60) + bytes([0, 0, 1, 10])
+        + sized(key([0x400C, 0x500C], cut=True)) + sized(key([0x4070, 0x505C, 0x5014], cut=True))
+        + key([0x4070, 0x505C, 0x5014, 0x5034]),
+        "string_record": bytes([0, 11]) + struct.pack("<H", 1 | 0x280 | 0x1000) + bytes([1, 0, 1, 0])
+        + sized(rec("Aal", big=True)) + sized(rec("Zucker", big=True)) + rec("M\u00fc*", lang=2, big=True),
+        "string_leading_star": bytes([0, 11]) + struct.pack("<H", 1) + bytes([0, 0, 1, 0])
+        + sized(key([0x400C])) + sized(key([0x4070])) + key([0x009F, 0x400C]),
+        "string_empty_skip": bytes([0, 11]) + struct.pack("<H", 1 | 0x80) + bytes([0, 0, 1, 0])
+        + sized(key([0x400C])) + sized(key([0x4070])) + key([]),
+        "string_native": bytes([0, 11]) + struct.pack("<H", 1) + bytes([0, 0, 1, 0])
+        + sized(rec("\u00e4x", cs=0, lang=0)) + sized(rec("\u00e4x", cs=0, lang=0)) + rec("\u00f6y", cs=0, lang=0),
+        "string_old_form": bytes([1, 11]) + struct.pack("<H", 1) + bytes([0, 0, 1, 0])
+        + sized(b"\x02\x00a\x00") + sized(b"\x02\x00z\x00") + b"\x04\x00ab*\x00",
+        "string_preset": bytes([0, 11]) + struct.pack("<H", 3) + bytes([0, 0, 1 | 8 | 16, 0])
+        + sized(key([0x400C])) + sized(key([0x4070])) + sized(key([0x4030])) + key([0x4040, 0x009F]),
+        "string_no_out": bytes([0, 11]) + struct.pack("<H", 1) + bytes([0, 0, 1 | 32, 0])
+        + sized(key([0x400C])) + sized(key([0x4070])) + key([0x4040, 0x009F]),
+        "fixed_case_prefix": bytes([0, 14]) + struct.pack("<H", 3) + bytes([0, 0, 1, 40])
+        + sized(fixed(b"\x54", flag=0xC0)) + sized(fixed(b"\xb7", flag=0xC0)) + fixed(b"ab*"),
+        "fixed_plain_star": bytes([0, 13]) + struct.pack("<H", 1) + bytes([1, 0, 1, 0])
+        + sized(fixed(b"\x54", flag=0xC0, big=True)) + sized(fixed(b"\xb7", flag=0xC0, big=True))
+        + fixed(b"?x", big=True),
+        "fixed_shared": bytes([0, 14]) + struct.pack("<H", 2) + bytes([0, 0, 1, 0])
+        + sized(fixed(b"\x54\x5b\x5e\x61\x54", flag=0xC0)) + sized(fixed(b"\x54\x5b\x5e\x61\xb7", flag=0xC0))
+        + fixed(b"ABCDE"),
+        "fixed_long": bytes([0, 14]) + struct.pack("<H", 1) + bytes([0, 0, 0, 60]) + sized(b"") + sized(b"")
+        + fixed(b"x" * 300),
+        # ids 17 (LmObjId), 18 (LmClassId), 19 (LmRef), 20 (LmBlob)
+        "objid_range": bytes([0, 17]) + struct.pack("<H", 2) + bytes([1, 1, 1, 0])
+        + sized(struct.pack(">IIH", 7, 0, 0)) + sized(struct.pack(">IIH", 7, 99, 1)) + struct.pack(">IIHIIH", 7, 5, 0, 8, 6, 0),
+        "ref_any": bytes([0, 19]) + struct.pack("<H", 5) + bytes([0, 0, 0, 0]) + sized(b"") + sized(b"")
+        + struct.pack("<IIHHH", 1, 2, 3, 4, 5),
+        "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
+        + b"\0\0\0\0",
+    # id index (0-10, 14, 26, 42, 43, 27, 39), format index (1, 2, 8, 0, 0x81, 0x82), count,
+    # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
+    # left size, left, right
+    "fuzz_fixed_values": {
+        "int64_le": bytes([12, 0, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack("<qq", -2, 1 << 40)
+        + struct.pack("<qq", -2, 1 << 41),
+        "int64_be": bytes([12, 1, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack(">IiIi", 0xFFFFFFFE, -1, 0, 256)
+        + struct.pack(">IiIi", 0xFFFFFFFE, -1, 0, 512),
+        "int64_all": bytes([12, 0, 3, 3]) + struct.pack("<HH", 0, 8) + struct.pack("<q", 7)
+        + struct.pack("<qqq", 7, 8, 9),
+        "int64_cut": bytes([12, 1, 3, 0]) + struct.pack("<HH", 0, 12) + bytes(range(12)) + bytes(range(5)),
+        "int64_memory": bytes([12, 2, 2, 0]) + struct.pack("<HH", 0, 16) + struct.pack("<qq", 1, -1)
+        + struct.pack("<qq", 1, 0),
+        "int64_largest": bytes([12, 3, 1, 4]) + struct.pack("<HH", 0, 8) + struct.pack("<q", (1 << 63) - 1),
+        "long_be": bytes([2, 1, 2, 0]) + struct.pack("<HH", 0, 8) + struct.pack(">ii", 5, -5)
+        + struct.pack(">ii", 5, 6),
+        "double_le": bytes([3, 0, 1, 0]) + struct.pack("<HH", 0, 8) + struct.pack("<d", -0.5)
+        + struct.pack("<d", float("nan")),
+        "boolean_states": bytes([15, 0, 4, 0]) + struct.pack("<HH", 0, 4) + bytes([0, 1, 255, 0x80])
+        + bytes([255, 1, 2, 0]),
+        "boolean_null_step": bytes([15, 5, 1, 4]) + struct.pack("<HH", 0, 1) + bytes([255]) + bytes([0]),
+        "seal_be": bytes([16, 1, 2, 0]) + struct.pack("<HH", 0, 12) + bytes.fromhex("123456789abc000100000000")
+        + bytes.fromhex("123456789abc0000ffffffff"),
+        "seal_cut": bytes([16, 0, 3, 1]) + struct.pack("<HH", 0, 6) + bytes.fromhex("800000000001")
+        + bytes.fromhex("8000000000"),
+        "seal_memory": bytes([16, 2, 2, 0]) + struct.pack("<HH", 0, 12) + struct.pack("<6H", 1, 2, 3, 4, 5, 6)
+        + struct.pack("<6H", 1, 2, 3, 4, 5, 7),
     },
 }
 

@@ -21,8 +21,15 @@ LM_CMP_DECL(O_8BCompare);      // o_8b
 LM_CMP_DECL(O_U8BCompare);     // o_u8b
 LM_CMP_DECL(FloatCompare);     // o_float, d_Interval
 LM_CMP_DECL(DoubleCompare);    // o_double
+LM_CMP_DECL(Int64Compare);     // LmInt64
+LM_CMP_DECL(BooleanCompare);   // LmBoolean: a null below false and true
+LM_CMP_DECL(SealCompare);      // LmSeal: the first difference, of words or of bytes
 LM_CMP_DECL(StringCompare);        // LmString, current and order forms
 LM_CMP_DECL(StringCompareLegacy);  // LmString at factory levels below 4
+
+// The fixed-form strings: their sort codes, wildcards, keys in sort form.
+LM_CMP_DECL(LmIStringCompare);      // LmIString
+LM_CMP_DECL(LmCaseIStringCompare);  // LmCaseIString, lower case folded onto upper case
 
 #undef LM_CMP_DECL
 

@@ -70,6 +70,9 @@ public:
     static int Compare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
                        unsigned short option, unsigned count, int& status);
     static unsigned Hash(unsigned char format, unsigned len, void* value, unsigned count, int& status);
+    // The share of an index range and the bounds of a scan: no line, the whole range.
+    static float EvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                              LmIdxBounds* out);
     static LmTypeConvertData* ConvertTo(void* value, unsigned count);
     static void* ConvertFrom(LmTypeConvertData* data, unsigned count);
     static void* DefaultValue(unsigned count, int asNull);
@@ -127,6 +130,9 @@ public:
     static int Compare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
                        unsigned short option, unsigned count, int& status);
     static unsigned Hash(unsigned char format, unsigned len, void* value, unsigned count, int& status);
+    // The share of an index range on the line high * 65535 + low, and the bounds.
+    static float EvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                              LmIdxBounds* out);
     static LmTypeConvertData* ConvertTo(void* value, unsigned count);
     static void* ConvertFrom(LmTypeConvertData* data, unsigned count);
     static void* DefaultValue(unsigned count, int asNull);
@@ -155,10 +161,10 @@ public:
     static constexpr unsigned DiskSize = 14;
 
     // Copies and assignment from an LmRef are the implicit ones: all fields.
-    LmRef& operator=(const LmObjId& id);             // the identity; the rest stays
-    LmRef& operator=(const LmClassId& cls);          // classNumber and version
-    LmRef& operator=(const LmLocalRef& local);       // all fields, databaseId 0
-    LmRef& operator=(unsigned short database);       // databaseId
+    LmRef& operator=(const LmObjId& id);        // the identity; the rest stays
+    LmRef& operator=(const LmClassId& cls);     // classNumber and version
+    LmRef& operator=(const LmLocalRef& local);  // all fields, databaseId 0
+    LmRef& operator=(unsigned short database);  // databaseId
     int operator==(const LmRef& other) const {
         return low == other.low && high == other.high && databaseId == other.databaseId ? 1 : 0;
     }
@@ -196,6 +202,9 @@ public:
     static int Compare(unsigned char format, unsigned len1, void* value1, unsigned len2, void* value2,
                        unsigned short option, unsigned count, int& status);
     static unsigned Hash(unsigned char format, unsigned len, void* value, unsigned count, int& status);
+    // The share of the whole space of references, whatever the range, and the bounds.
+    static float EvalAndBound(LmIdxBounds* range, unsigned short& op, void* value, unsigned char format, unsigned count,
+                              LmIdxBounds* out);
     static LmTypeConvertData* ConvertTo(void* value, unsigned count);
     static void* ConvertFrom(LmTypeConvertData* data, unsigned count);
     static void* DefaultValue(unsigned count, int asNull);

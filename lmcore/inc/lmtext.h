@@ -40,13 +40,13 @@ LM_EXPORT double LmPositiveInfinity();
 // is "%S". Appends to out and answers it.
 LM_EXPORT LmString& LmInt64PrintText(LmString& out, long long value, const char* format);
 // Its scan language; a failure sets value to -1. Answers value.
-LM_EXPORT long long& LmInt64ScanText(long long& value, LmString& text, const char* format);
+LM_EXPORT long long& LmInt64ScanText(long long& value, const LmString& text, const char* format);
 
 // The boolean byte: 0 false, 255 null, anything else true. Print gives "TRUE" for
 // the byte 1, the null print string for null, "FALSE" otherwise; replaces out.
 LM_EXPORT LmString& LmBooleanPrintText(LmString& out, unsigned char value);
 // Scan: the null print string at the start gives null; "T", "t", "TRUE", "true" and
 // "1" give true (1); any other text false (0). Answers value.
-LM_EXPORT unsigned char& LmBooleanScanText(unsigned char& value, LmString& text);
+LM_EXPORT unsigned char& LmBooleanScanText(unsigned char& value, const LmString& text);
 
 #endif

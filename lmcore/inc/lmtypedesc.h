@@ -20,6 +20,16 @@ struct LmIdxBounds {
     uint8_t keyCapacity;  // least size of a key buffer of this index
 };
 
+// The comparison word of EvalAndBound, in and out. The common operators arrive as
+// EQ (=), LT (<), GT (>), 3 (<=), 5 (>=), 6 (not equal) and 7 (everything).
+constexpr uint16_t LM_BOUND_EQ = 0x0001;       // in: keys equal to the value qualify
+constexpr uint16_t LM_BOUND_LT = 0x0002;       // in: keys below the value qualify
+constexpr uint16_t LM_BOUND_GT = 0x0004;       // in: keys above the value qualify
+constexpr uint16_t LM_BOUND_INEXACT = 0x0008;  // out: the bounds are a superset; filter what lies between
+// Bit 0x0010 (LM_CMP_NO_WILDCARD) takes the value literally; the other compare
+// options of strings (0x0020, 0x0040, 0x0080, 0x0200, 0x1000) are read by the string
+// evaluators; bit 0x8000 is kept as it came in.
+
 // The one comparison shape: -1, 0 or 1 (some memory forms answer a signed
 // difference); status is set to 0 on entry and to LM_ERR_OUT_OF_DATA when an
 // operand ends while elements remain.

@@ -3,12 +3,16 @@
 #define LUMOTYPES_H
 
 #include "lmblob.h"
+#include "lmboolean.h"
 #include "lmchar.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmdefs.h"
 #include "lmidentity.h"
+#include "lmistring.h"
+#include "lmint64.h"
 #include "lmmbs.h"
+#include "lmseal.h"
 #include "lmstring.h"
 #include "lmstrtype.h"
 #include "lmtext.h"

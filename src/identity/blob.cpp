@@ -12,6 +12,7 @@
 
 #include "idcommon.h"
 #include "lmblob.h"
+#include "lmbounds.h"
 #include "lmtypemgr.h"
 #include "scantext.h"
 
@@ -560,7 +561,8 @@ constinit LmTypeDesc LmDesc_LmBlob = [] {
     row.SizeGet = LmBlob::SizeGet;
     row.SizeGetFromMemFile = LmBlob::SizeGetFromMemFile;
     row.Cmp = BlobCompare;
-    row.Hash = LmBlob::Hash;  // EvalAndBound stays that of "illegal" until the bound evaluators come
+    row.Hash = LmBlob::Hash;
+    row.EvalAndBound = NoLineEvalAndBound;  // a blob has no line: the whole range, no bound
     row.ConvertTo = LmBlob::ConvertTo;
     row.ConvertFrom = LmBlob::ConvertFrom;
     row.Constructor = LmBlob::Constructor;

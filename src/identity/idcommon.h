@@ -212,7 +212,8 @@ constexpr LmTypeDesc IdentityRow(const char* name, const char* idName, const cha
     row.SizeGet = T::SizeGet;
     row.SizeGetFromMemFile = T::SizeGetFromMemFile;
     row.Cmp = T::Compare;
-    row.Hash = T::Hash;  // EvalAndBound stays that of "illegal" until the bound evaluators come
+    row.Hash = T::Hash;
+    row.EvalAndBound = T::EvalAndBound;
     row.ConvertTo = T::ConvertTo;
     row.ConvertFrom = T::ConvertFrom;
     row.Constructor = T::Constructor;

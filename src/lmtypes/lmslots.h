@@ -68,6 +68,32 @@ constexpr LmTypeDesc IllegalRow(const char* name, const char* idName, uint16_t m
                       nullptr};
 }
 
+// ---- Life-cycle slots of the plain numbers, shared by the small value classes
+// of the same width (the 64-bit integer, the boolean). ----
+template <typename T>
+void ScalarConstructor(void* array, unsigned count, unsigned) {
+    if (count == 1)
+        *static_cast<T*>(array) = T{};
+    else if (count != 0)
+        std::memset(array, 0, static_cast<size_t>(count) * sizeof(T));
+}
+
+inline void ScalarDestructor(void*, unsigned, unsigned) {}
+
+// Assignment and Copy: element for element, or the one element at src into all
+// count elements. src and dest must not overlap.
+template <typename T>
+void ScalarAssignment(void* dest, void* src, unsigned count, int broadcast) {
+    if (count == 0) return;
+    T* d = static_cast<T*>(dest);
+    if (broadcast == 0) {
+        std::memcpy(d, src, static_cast<size_t>(count) * sizeof(T));
+        return;
+    }
+    const T v = *static_cast<const T*>(src);
+    for (unsigned i = 0; i < count; ++i) d[i] = v;
+}
+
 // ---- The Translate shape shared by the plain numbers and the small value
 // classes. Bit 3 of a format (value 8) marks the memory form. ----
 template <unsigned Width, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn, typename CopyElements>

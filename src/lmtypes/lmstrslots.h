@@ -3,6 +3,9 @@
 #ifndef LMSTRSLOTS_H
 #define LMSTRSLOTS_H
 
+#include <cstddef>
+#include <vector>
+
 #include "lmcompare.h"
 #include "lmstrtype.h"
 #include "lmtypedesc.h"
@@ -34,5 +37,8 @@ unsigned StringHashLegacy(unsigned char format, unsigned length, void* value, un
 LmString& StringPrintToString(LmString& target, void* value, const char* format, unsigned count);
 void* StringScanFromString(void* target, LmString& text, const char* format, unsigned count);
 int StringNextKey(void* key, unsigned bufferLength, unsigned char format, unsigned char mode);
+// A text formatted into a buffer of `size` bytes (cut there). A format that is not
+// one of a single text ("%s" with flags, width, precision) is taken as "%s".
+std::vector<char> FormatText(const char* format, const char* text, size_t size);
 
 #endif

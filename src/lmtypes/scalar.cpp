@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "lmbounds.h"
 #include "lmcompare.h"
 #include "lmconvert.h"
 #include "lmslots.h"
@@ -30,30 +31,6 @@ void* ScalarCreate(unsigned count) {
 void* ScalarDelete(void* value, unsigned) {
     ::operator delete(value);
     return nullptr;
-}
-
-template <typename T>
-void ScalarConstructor(void* array, unsigned count, unsigned) {
-    if (count == 1)
-        *static_cast<T*>(array) = 0;
-    else if (count != 0)
-        std::memset(array, 0, static_cast<size_t>(count) * sizeof(T));
-}
-
-void ScalarDestructor(void*, unsigned, unsigned) {}
-
-// Assignment and Copy: element for element, or the one element at src into all
-// count elements. src and dest must not overlap.
-template <typename T>
-void ScalarAssignment(void* dest, void* src, unsigned count, int broadcast) {
-    if (count == 0) return;
-    T* d = static_cast<T*>(dest);
-    if (broadcast == 0) {
-        std::memcpy(d, src, static_cast<size_t>(count) * sizeof(T));
-        return;
-    }
-    const T v = *static_cast<const T*>(src);
-    for (unsigned i = 0; i < count; ++i) d[i] = v;
 }
 
 template <typename T, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn>
@@ -85,9 +62,9 @@ unsigned DoubleSizeGetFromMemFile(MemFile*, unsigned char format, unsigned count
 template <typename T, LmTypeStoreFunc StoreFn, LmTypeLoadFunc LoadFn, LmTypeConvertFromFunc ConvertFromFn>
 constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char* exchangeFormat,
                                LmTypeNullSizeGetFunc nullSizeGet, LmTypeSizeGetFunc sizeGet,
-                               LmTypeSizeGetFromMemFileFunc sizeGetFromMemFile, LmTypeCmpFunc cmp,
-                               LmTypeHashFunc hash, LmTypePrintFunc print, LmTypeScanFunc scan,
-                               LmTypeConvertToFunc convertTo, LmTypeGetValueFunc getValue) {
+                               LmTypeSizeGetFromMemFileFunc sizeGetFromMemFile, LmTypeCmpFunc cmp, LmTypeHashFunc hash,
+                               LmTypePrintFunc print, LmTypeScanFunc scan, LmTypeConvertToFunc convertTo,
+                               LmTypeGetValueFunc getValue, LmTypeEvalAndBoundFunc evalAndBound) {
     return LmTypeDesc{name,
                       idName,
                       ScalarCreate<T>,
@@ -98,7 +75,7 @@ constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char*
                       sizeGet,
                       sizeGetFromMemFile,
                       cmp,
-                      IllegalEvalAndBound,
+                      evalAndBound,
                       hash,
                       convertTo,
                       ConvertFromFn,
@@ -123,44 +100,44 @@ constexpr LmTypeDesc ScalarRow(const char* name, const char* idName, const char*
 
 constinit LmTypeDesc LmDesc_o_char = ScalarRow<int8_t, CharStore, CharStore, CharConvertFromLmString>(
     "o_char", "Lm1B_T", "%c", CharNullSizeGet, CharSizeGet, FixedSizeGetFromMemFile<1>, CharCompare, CharHash,
-    CharPrintToString, CharScanFromString, CharConvertToLmString, CharGetValue);
+    CharPrintToString, CharScanFromString, CharConvertToLmString, CharGetValue, CharEvalAndBound);
 constinit LmTypeDesc LmDesc_o_u1b = ScalarRow<uint8_t, CharStore, CharStore, O_U1BConvertFromLmString>(
     "o_u1b", "LmU1B_T", "%c", CharNullSizeGet, CharSizeGet, FixedSizeGetFromMemFile<1>, ByteCompare, ByteHash,
-    CharPrintToString, CharScanFromString, O_U1BConvertToLmString, ByteGetValue);
+    CharPrintToString, CharScanFromString, O_U1BConvertToLmString, ByteGetValue, ByteEvalAndBound);
 constinit LmTypeDesc LmDesc_o_2b = ScalarRow<int16_t, ShortStore, ShortStore, ShortConvertFromLmString>(
     "o_2b", "Lm2B_T", "%hd", ShortNullSizeGet, ShortSizeGet, FixedSizeGetFromMemFile<2>, ShortCompare, ShortHash,
-    ShortPrintToString, ShortScanFromString, ShortConvertToLmString, ShortGetValue);
+    ShortPrintToString, ShortScanFromString, ShortConvertToLmString, ShortGetValue, ShortEvalAndBound);
 constinit LmTypeDesc LmDesc_o_u2b = ScalarRow<uint16_t, ShortStore, ShortStore, WordConvertFromLmString>(
     "o_u2b", "LmU2B_T", "%hu", ShortNullSizeGet, ShortSizeGet, FixedSizeGetFromMemFile<2>, WordCompare, WordHash,
-    ShortPrintToString, ShortScanFromString, WordConvertToLmString, WordGetValue);
+    ShortPrintToString, ShortScanFromString, WordConvertToLmString, WordGetValue, WordEvalAndBound);
 constinit LmTypeDesc LmDesc_o_4b = ScalarRow<int32_t, LongStore, LongStore, IntConvertFromLmString>(
     "o_4b", "Lm4B_T", "%ld", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, LongCompare, LongHash,
-    LongPrintToString, LongScanFromString, IntConvertToLmString, LongGetValue);
+    LongPrintToString, LongScanFromString, IntConvertToLmString, LongGetValue, LongEvalAndBound);
 constinit LmTypeDesc LmDesc_o_u4b = ScalarRow<uint32_t, LongStore, LongStore, DwordConvertFromLmString>(
     "o_u4b", "LmU4B_T", "%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash,
-    LongPrintToString, LongScanFromString, DwordConvertToLmString, DwordGetValue);
+    LongPrintToString, LongScanFromString, DwordConvertToLmString, DwordGetValue, DwordEvalAndBound);
 constinit LmTypeDesc LmDesc_BlockId = ScalarRow<uint32_t, LongStore, LongStore, DwordConvertFromLmString>(
-    "BlockId", "LmBLOCKID_T", "#%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare,
-    LongHash, LongPrintToString, LongScanFromString, DwordConvertToLmString, DwordGetValue);
+    "BlockId", "LmBLOCKID_T", "#%lu", LongNullSizeGet, LongSizeGet, FixedSizeGetFromMemFile<4>, DwordCompare, LongHash,
+    LongPrintToString, LongScanFromString, DwordConvertToLmString, DwordGetValue, DwordEvalAndBound);
 constinit LmTypeDesc LmDesc_int = ScalarRow<int32_t, IntStore, IntLoad, IntConvertFromLmString>(
     "int", "LmINT_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash, IntPrintToString,
-    IntScanFromString, IntConvertToLmString, LongGetValue);
+    IntScanFromString, IntConvertToLmString, LongGetValue, IntEvalAndBound);
 // enum prints and converts as int, but does not step.
 constinit LmTypeDesc LmDesc_enum = ScalarRow<int32_t, IntStore, IntLoad, IntConvertFromLmString>(
-    "enum", "LmENUM_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash,
-    IntPrintToString, IntScanFromString, IntConvertToLmString, RefuseGetValue);
+    "enum", "LmENUM_T", "%d", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, IntCompare, IntHash, IntPrintToString,
+    IntScanFromString, IntConvertToLmString, RefuseGetValue, IntEvalAndBound);
 constinit LmTypeDesc LmDesc_unsigned = ScalarRow<uint32_t, UnsignedStore, UnsignedLoad, DwordConvertFromLmString>(
     "unsigned", "LmUNSIGNED_T", "%u", IntNullSizeGet, IntSizeGet, IntSizeGetFromMemFile, UnsignedCompare, IntHash,
-    IntPrintToString, IntScanFromString, DwordConvertToLmString, DwordGetValue);
+    IntPrintToString, IntScanFromString, DwordConvertToLmString, DwordGetValue, UnsignedEvalAndBound);
 constinit LmTypeDesc LmDesc_o_float = ScalarRow<float, FloatStore, FloatStore, FloatConvertFromLmString>(
-    "o_float", "LmFLOAT_T", "%.17g", FloatNullSizeGet, FloatSizeGet, FloatSizeGetFromMemFile, FloatCompare,
-    FloatHash, FloatPrintToString, FloatScanFromString, FloatConvertToLmString, FloatGetValue);
+    "o_float", "LmFLOAT_T", "%.17g", FloatNullSizeGet, FloatSizeGet, FloatSizeGetFromMemFile, FloatCompare, FloatHash,
+    FloatPrintToString, FloatScanFromString, FloatConvertToLmString, FloatGetValue, FloatEvalAndBound);
 constinit LmTypeDesc LmDesc_o_double = ScalarRow<double, DoubleStore, DoubleStore, DoubleConvertFromLmString>(
     "o_double", "LmDOUBLE_T", "%.17g", DoubleNullSizeGet, DoubleSizeGet, DoubleSizeGetFromMemFile, DoubleCompare,
-    DoubleHash, DoublePrintToString, DoubleScanFromString, DoubleConvertToLmString, DoubleGetValue);
+    DoubleHash, DoublePrintToString, DoubleScanFromString, DoubleConvertToLmString, DoubleGetValue, DoubleEvalAndBound);
 constinit LmTypeDesc LmDesc_o_8b = ScalarRow<int64_t, O_8BStore, O_8BStore, O_8BConvertFromLmString>(
     "o_8b", "Lm8B_T", "%I64d", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_8BCompare, O_8BHash,
-    O_8BPrintToString, O_8BScanFromString, O_8BConvertToLmString, O_8BGetValue);
+    O_8BPrintToString, O_8BScanFromString, O_8BConvertToLmString, O_8BGetValue, O_8BEvalAndBound);
 constinit LmTypeDesc LmDesc_o_u8b = ScalarRow<uint64_t, O_8BStore, O_8BStore, O_U8BConvertFromLmString>(
     "o_u8b", "LmU8B_T", "%I64u", O_8BNullSizeGet, O_8BSizeGet, FixedSizeGetFromMemFile<8>, O_U8BCompare, O_8BHash,
-    O_8BPrintToString, O_8BScanFromString, O_U8BConvertToLmString, O_U8BGetValue);
+    O_8BPrintToString, O_8BScanFromString, O_U8BConvertToLmString, O_U8BGetValue, O_U8BEvalAndBound);

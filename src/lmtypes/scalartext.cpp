@@ -979,7 +979,7 @@ LmString& LmBooleanPrintText(LmString& out, unsigned char value) {
     return out;
 }
 
-unsigned char& LmBooleanScanText(unsigned char& value, LmString& text) {
+unsigned char& LmBooleanScanText(unsigned char& value, const LmString& text) {
     const ScanText narrow(text);
     const ScanText nullText(LmTypeMgr::GetNullPrintString());
     const char* t = narrow.Get();
@@ -1018,7 +1018,7 @@ LmString& LmInt64PrintText(LmString& out, long long value, const char* format) {
 
 // Format and text walk together; the number of a conversion is stored when its
 // digits end. Any failure makes the value -1.
-long long& LmInt64ScanText(long long& value, LmString& text, const char* format) {
+long long& LmInt64ScanText(long long& value, const LmString& text, const char* format) {
     if (format == nullptr) format = "%S";
     const ScanText narrow(text);
     const char* t = narrow.Get();

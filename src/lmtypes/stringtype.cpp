@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "lmbounds.h"
 #include "lmchar.h"
 #include "lmslots.h"
 #include "lmstring.h"
@@ -557,12 +558,10 @@ unsigned StringHashLegacy(unsigned char format, unsigned length, void* value, un
 
 // ---- Printing and scanning. ----
 
-namespace {
-
 // A print format takes one text: at most one conversion, "%s" with flags, width and
 // precision. Anything else would read arguments that are not there, and is replaced
 // by "%s".
-bool IsTextFormat(const char* format) {
+static bool IsTextFormat(const char* format) {
     int conversions = 0;
     for (const char* c = format; *c != 0; ++c) {
         if (*c != '%') continue;
@@ -580,13 +579,16 @@ bool IsTextFormat(const char* format) {
     return conversions <= 1;
 }
 
-// The formatted text in a buffer of `size` bytes.
+// The formatted text in a buffer of `size` bytes; a format that is not one of a
+// single text is taken as "%s".
 std::vector<char> FormatText(const char* format, const char* text, size_t size) {
     std::vector<char> out(size != 0 ? size : 1);
     if (!IsTextFormat(format)) format = "%s";
     std::snprintf(out.data(), out.size(), format, text);
     return out;
 }
+
+namespace {
 
 // The code set a printed text goes to: the target's, or the default, or native (0).
 // `narrow` asks for a 1-byte code set, as the formatting works on bytes.
@@ -826,6 +828,7 @@ constexpr LmTypeDesc StringRow() {
     row.Translate = StringTranslate;
     row.Cmp = StringCompare;
     row.Hash = StringHash;
+    row.EvalAndBound = StringEvalAndBoundCurrent;
     row.IsNullValue = StringIsNullValue;
     row.SetNullValue = StringSetNullValue;
     row.GetValue = StringNextKey;
@@ -842,6 +845,7 @@ constexpr LmTypeDesc StringLegacyRow() {
     row.Translate = StringTranslateLegacy;
     row.Cmp = StringCompareLegacy;
     row.Hash = StringHashLegacy;
+    row.EvalAndBound = StringEvalAndBoundLegacy;
     return row;
 }
 
