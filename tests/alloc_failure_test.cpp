@@ -9,7 +9,9 @@
 //   - the scratch buffer of a stored text comes from malloc: a refusal is told to the
 //     memory handler with its size and the text compares and hashes as a null text;
 //   - a blob that wanted a new record stays null, one that wanted new bytes keeps its
-//     old ones, and the handler hears of each refusal.
+//     old ones, and the handler hears of each refusal;
+//   - a bound key that is refused stays null, the handler hears of it, and the share
+//     and the other key are as they would have been.
 // A row whose operation allocates nothing says so with `allocates` false.
 #include <functional>
 #include <new>
@@ -122,6 +124,57 @@ struct Operation {
 
 // A stored record of 300 letters: its text is longer than the stack scratch buffer.
 Bytes LongRecord(char letter) { return Cat({Hex("3001 0101"), Bytes(300, static_cast<uint8_t>(letter)), Hex("00FF")}); }
+
+// The bounds one evaluation hands out; a null key stays empty.
+struct Keys {
+    float share = -1;
+    Bytes lower, upper;
+    bool lowerNull = true, upperNull = true;
+};
+
+// EvalAndBound of `value` with both bounds wanted (a range of `lo` and `hi` when they
+// are not empty), the allocator armed for the evaluation alone when a trial is given.
+// The keys are copied and freed here.
+Keys Bound(Trial* t, char id, const Bytes& value, unsigned short op, const Bytes& lo, const Bytes& hi) {
+    LmIdxBounds range{const_cast<uint8_t*>(lo.data()), const_cast<uint8_t*>(hi.data()),
+                      static_cast<uint8_t>(lo.size()), static_cast<uint8_t>(hi.size()), 0, 0, 0};
+    LmIdxBounds out{};
+    Keys k;
+    const auto eval = [&] {
+        k.share = mgr.EvalAndBound(id, lo.empty() ? nullptr : &range, op, const_cast<uint8_t*>(value.data()), 1, 1,
+                                   &out, nullptr);
+    };
+    if (t != nullptr)
+        t->Armed(eval);
+    else
+        eval();
+    k.lowerNull = out.lower == nullptr;
+    k.upperNull = out.upper == nullptr;
+    if (!k.lowerNull) k.lower = Of(out.lower, out.lowerLen);
+    if (!k.upperNull) k.upper = Of(out.upper, out.upperLen);
+    std::free(out.lower);
+    std::free(out.upper);
+    return k;
+}
+
+// A refused key stays null and the handler hears of it; the share and the other key
+// are what an evaluation with all its memory gives.
+void ExpectBounds(Trial& t, char id, const Bytes& value, unsigned short op, const Bytes& lo = {}, const Bytes& hi = {}) {
+    const Keys whole = Bound(nullptr, id, value, op, lo, hi);
+    ASSERT_FALSE(whole.lowerNull || whole.upperNull);
+    const Keys k = Bound(&t, id, value, op, lo, hi);
+    EXPECT_FALSE(t.threw);
+    EXPECT_EQ(k.share, whole.share);
+    EXPECT_EQ(t.calls.size(), static_cast<size_t>(k.lowerNull + k.upperNull));
+    EXPECT_EQ(k.lowerNull + k.upperNull, t.Refused() ? 1 : 0);
+    EXPECT_EQ(k.lower, k.lowerNull ? Bytes() : whole.lower);
+    EXPECT_EQ(k.upper, k.upperNull ? Bytes() : whole.upper);
+}
+
+// A stored fixed-form text: flag, 16-bit length with its zero, the text, the zero.
+Bytes FixedImage(const std::string& text) {
+    return Cat({Bytes{0x40, static_cast<uint8_t>(text.size() + 1), 0}, Of(text.c_str(), text.size() + 1)});
+}
 
 const Operation kOperations[] = {
     {"ScalarCreate", true,
@@ -339,6 +392,68 @@ const Operation kOperations[] = {
                    old ? Of("old", 3) : Of("new bytes", 9));
          delete made;
      }},
+    {"ValueArraysCreate", true,
+     [](Trial& t) {
+         // One request each, from the nothrow allocator: a refusal answers null.
+         const char ids[] = {LmSEAL_T, LmBOOLEAN_T, LmINT64_T, LmISTRING_T, LmCASEISTRING_T};
+         void* made[5] = {};
+         t.Armed([&] {
+             for (int i = 0; i < 5 && (i == 0 || made[i - 1] != nullptr); ++i) made[i] = mgr.Create(ids[i], 3);
+         });
+         EXPECT_FALSE(t.threw);
+         for (int i = 0; i < 5; ++i) {
+             EXPECT_EQ(made[i] == nullptr, t.Refused() && i + 1 >= countdown.failAt) << int{ids[i]};
+             if (made[i] != nullptr && i < 3) {
+                 EXPECT_EQ(Of(made[i], 3), Bytes(3, 0));  // zero seals, false booleans, 0
+             }
+             mgr.Delete(ids[i], made[i], 3);
+         }
+     }},
+    {"FixedStringAssignment", true,
+     [](Trial& t) {
+         // Each new text is built before the old one goes: a refused element keeps its
+         // text, and so do those behind it.
+         LmIString to[2] = {LmIString("old a"), LmIString("old b")}, from[2] = {LmIString("new a"), LmIString("new b")};
+         t.Armed([&] { mgr.AssignmentPtrGet(LmISTRING_T)(to, from, 2, 0); });
+         EXPECT_EQ(t.threw, t.Refused());
+         const long done = t.threw ? countdown.failAt - 1 : 2;
+         EXPECT_STREQ(to[0].StrGet(), done > 0 ? "new a" : "old a");
+         EXPECT_STREQ(to[1].StrGet(), done > 1 ? "new b" : "old b");
+     }},
+    {"BlobLoad", true,
+     [](Trial& t) {
+         // Requests: new bytes for the first blob (its buffer is too short), then the
+         // bytes and the record of the second, which was null. A refusal leaves the old
+         // bytes, or the null blob; the image's size comes back all the same.
+         const Bytes image = Hex("0F000000 02000000 6162 03000000 636465");
+         LmBlob to[2] = {LmBlob("o", 1), LmBlob()};
+         to[1].SetNullValue();
+         unsigned size = 0;
+         t.Armed([&] { size = mgr.Load(LmBLOB_T, to, const_cast<uint8_t*>(image.data()), 1, 2); });
+         const long at = t.Refused() ? countdown.failAt : 0;
+         EXPECT_FALSE(t.threw);
+         EXPECT_EQ(size, 19u);
+         EXPECT_EQ(t.calls.size(), at != 0 ? 1u : 0u);
+         EXPECT_EQ(Of(to[0].Seek(0, to[0].Length()), static_cast<size_t>(to[0].Length())),
+                   at == 1 ? Of("o", 1) : Of("ab", 2));
+         EXPECT_EQ(to[1].IsNullValue(), at > 1 ? 1 : 0);
+     }},
+    {"NumberBoundKeys", true,
+     [](Trial& t) {
+         const auto word = [](int32_t v) { return Of(&v, 4); };
+         ExpectBounds(t, Lm4B_T, word(15), LM_BOUND_EQ, word(10), word(19));
+     }},
+    {"StringBoundKeys", true,
+     [](Trial& t) {
+         // The order-form key of "ab*" in language 1: a prefix gives both bounds.
+         LmString s(LM_CODESET_LATIN1, 1);
+         LmStringAssignRaw(s, "ab*", LM_CODESET_LATIN1, 65535, LmFormatLittle);
+         Bytes key(254);
+         key.resize(mgr.Translate(LmSTRING_T, key.data(), 0x81, 254, &s, LmFormatMemory, 0, 1));
+         ExpectBounds(t, LmSTRING_T, key, LM_BOUND_EQ);
+     }},
+    {"FixedStringBoundKeys", true,
+     [](Trial& t) { ExpectBounds(t, LmCASEISTRING_T, FixedImage("ab*"), LM_BOUND_EQ); }},
     {"ModuleStart", true,
      [](Trial& t) {
          t.Armed([] { ___LmTypemgrContext(1); });
