@@ -3,7 +3,9 @@
 // the road of one string attribute: create, scan, store, hash, build index keys,
 // compare stored keys, step a key, load back, print, delete; the index bounds of a
 // pattern. Then values as text by type id, conversions, nulls, key stepping and the
-// multi-byte form. Last, an object reference and a blob through store, load and print.
+// multi-byte form. Then an object reference and a blob through store, load and print.
+// Last, a date and a time: scanned and printed by type id, stored, compared with a
+// wildcard.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -349,6 +351,42 @@ void IdentityRoad(LmTypeMgr& mgr) {
     mgr.Delete(LmBLOB_T, blobs, 3);
 }
 
+// A date and a time by type id: scanned from their exchange texts, printed under
+// other formats, stored, stepped, and a stored date compared with a wildcard month.
+void DateRoad(LmTypeMgr& mgr) {
+    std::printf("\nDates and times by type id\n");
+    auto* date = static_cast<LmDate*>(mgr.Create(LmDATE_T, 1));  // holds today
+    auto* time = static_cast<LmTime*>(mgr.Create(LmTIME_T, 1));  // holds the present time
+    LmString text("Sat 3.Feb 2001");
+    mgr.ScanFromLmString(LmDATE_T, date, text, nullptr, 1);  // "%a %e.%b %Y"
+    text = "01:05:09 pm";
+    mgr.ScanFromLmString(LmTIME_T, time, text, nullptr, 1);  // "%I:%M:%S %p"
+    LmString out;
+    PrintLine("date, exchange format", mgr.PrintToLmString(LmDATE_T, out, date, nullptr, 1));
+    PrintLine("date, \"%A %d %B %Y\"", mgr.PrintToLmString(LmDATE_T, out, date, "%A %d %B %Y", 1));
+    PrintLine("time, \"%H:%M:%S\"", mgr.PrintToLmString(LmTIME_T, out, time, "%H:%M:%S", 1));
+    std::printf("  %-34s %d (weekday %d, 0 is Monday)\n", "absolute day of the date", date->dayabs(),
+                date->GetDayOfTheDate());
+
+    unsigned char little[4], big[4];
+    mgr.Store(LmDATE_T, little, date, LmFormatLittle, 1);
+    mgr.Store(LmDATE_T, big, date, LmFormatBig, 1);
+    PrintHex("little-endian", little, 4);
+    PrintHex("big-endian", big, 4);
+    // A stored pattern with a wildcard month matches as the second operand only.
+    LmDate pattern(2001, -1, 3);
+    unsigned char stored[4];
+    mgr.Store(LmDATE_T, stored, &pattern, LmFormatLittle, 1);
+    int status = 0;
+    std::printf("  %-34s %d, reversed %d\n", "stored date vs 2001-*-03",
+                mgr.Cmp(LmDATE_T, 4, little, 4, stored, 0, 1, LmFormatLittle, status),
+                mgr.Cmp(LmDATE_T, 4, stored, 4, little, 0, 1, LmFormatLittle, status));
+    mgr.GetValue(LmTIME_T, time, 0, LmFormatMemory, 'N');
+    PrintLine("time stepped by 'N'", mgr.PrintToLmString(LmTIME_T, out, time, nullptr, 1));
+    mgr.Delete(LmDATE_T, date, 1);
+    mgr.Delete(LmTIME_T, time, 1);
+}
+
 }  // namespace
 
 int main() {
@@ -394,6 +432,7 @@ int main() {
     BoundRoad(mgr);
     TextRoad(mgr);
     IdentityRoad(mgr);
+    DateRoad(mgr);
 
     ___LmTypemgrContext(0);
     std::printf("\nmodule stopped; default manager is %s\n", DefaultTypeMgr(nullptr) == nullptr ? "gone" : "still set");

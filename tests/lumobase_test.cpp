@@ -184,8 +184,14 @@ TEST(BaseClock, PinnedAndUnpinned) {
     EXPECT_EQ(Moment(date, time), "2001-09-09 01:46:40");
     bksGetHiresTime(date, time, nanos);
     EXPECT_EQ(Moment(date, time) + std::to_string(nanos), "2001-09-09 03:46:40123456789");
+    nanos = 0;
     bksGetHiresTimeUTC(date, time, nanos);
     EXPECT_EQ(Moment(date, time), "2001-09-09 01:46:40");
+    EXPECT_EQ(nanos, 123456789);
+    int64_t epochSeconds = 0;
+    int millis = 0;
+    bksGetEpochTime(epochSeconds, millis);
+    EXPECT_EQ(std::make_pair(epochSeconds, millis), std::make_pair(int64_t{1000000000}, 123));
 
     // Five hours west: the local date is the day before.
     bksPinTimeZone(-300);

@@ -43,6 +43,19 @@ def sized(b):
     return bytes([len(b)]) + b
 
 
+def dt(year, month, day, hour=0, minute=0, second=0, nanoseconds=0):
+    """A nanosecond date-time record in memory: 12 bytes."""
+    return struct.pack("<hbbbbbxi", year, month, day, hour, minute, second, nanoseconds)
+
+
+def fmt(text):
+    """A format text behind its length word."""
+    return struct.pack("<H", len(text)) + text
+
+
+# Stored operands behind a record: three dates low byte first (one with wildcards).
+DISK = b"\xd1\x07\x02\x03" + b"\xff\xff\xff\x05" + b"\x00\x80\x80\x80"
+
 OLD_AB = b"\x04\x00ab\x00\x00"  # old form: "ab" and ""
 NULL = b"\x04\x00\x00\xfe\x00\xff"
 
@@ -223,6 +236,7 @@ SEEDS = {
         + struct.pack("<IIHHH", 1, 2, 3, 4, 5),
         "classid_blob": bytes([0, 18]) + struct.pack("<H", 7) + bytes([0, 0, 1, 0]) + sized(b"\1") + sized(b"\2")
         + b"\0\0\0\0",
+    },
     # id index (0-10, 14, 26, 42, 43, 27, 39), format index (1, 2, 8, 0, 0x81, 0x82), count,
     # length mode (bit 0 left "all", bit 1 right "all", bit 2 step 'M'), option,
     # left size, left, right
@@ -250,6 +264,33 @@ SEEDS = {
         + bytes.fromhex("8000000000"),
         "seal_memory": bytes([16, 2, 2, 0]) + struct.pack("<HH", 0, 12) + struct.pack("<6H", 1, 2, 3, 4, 5, 6)
         + struct.pack("<6H", 1, 2, 3, 4, 5, 7),
+    },
+    # format index (1, 2, 8, 0, 0x81, 0x42), option, 24 bytes (a record, then stored
+    # dates and times), format text
+    "fuzz_datetime_print": {
+        "exchange_date": bytes([0]) + struct.pack("<H", 0) + dt(2001, 2, 3, 13, 5, 9) + DISK + b"%a %e.%b %Y",
+        "twelve_hour": bytes([1]) + struct.pack("<H", 0) + dt(0, 0, 0, 0, 5, 9) + DISK + b"%I:%M:%S %p",
+        "groups": bytes([2]) + struct.pack("<H", 0x10) + dt(0, 0, 2, 0, 7, 0) + DISK + b"%?(J.)%?H:%M %?(H)y",
+        "wildcards": bytes([0]) + struct.pack("<H", 0) + dt(-1, -1, 3, -1, 0, -1, -1) + DISK
+        + b"%Y-%m-%d %f %N %J %p%% %y",
+        "null": bytes([1]) + struct.pack("<H", 0) + dt(-32768, -128, -128, -128, -128, -128) + DISK + b"%X",
+        "fraction": bytes([3]) + struct.pack("<H", 0xFFFF) + dt(1, 1, 10, 23, 59, 5, 123456) + DISK + b"%f %V %X %D",
+        "cut": bytes([4]) + struct.pack("<H", 0) + dt(2001, 2, 3) + DISK + b"%Y%?(",
+        "names": bytes([5]) + struct.pack("<H", 0) + dt(4600, 13, 0, 12) + DISK + b"%A %B %b %P %I",
+    },
+    # format length, format, code set index (0, 1, 253), text
+    "fuzz_datetime_scan": {
+        "date": fmt(b"%Y-%m-%d") + bytes([0]) + b"2001-02-03",
+        "exchange": fmt(b"%a %e.%b %Y") + bytes([1]) + b"Sat 3.Feb 2001",
+        "twelve_hour": fmt(b"%I:%M:%S %p") + bytes([0]) + b"01:05:09 pm",
+        "wide": fmt(b"%D") + bytes([2]) + "2001/*/03".encode("utf-16-le"),
+        "span": fmt(b"%V") + bytes([0]) + b"400.00:00:00.5",
+        "wildcard_compound": fmt(b"%X") + bytes([0]) + b"*",
+        "null": fmt(b"%Y") + bytes([0]) + b"{NULL}x",
+        "digits": fmt(b"%Y%y%J%N%f%b") + bytes([0]) + b"9" * 40,
+        "percents": fmt(b"%" * 64) + bytes([0]) + b"%" * 10,
+        "names": fmt(b"%A %B %b %p %?(H)%M") + bytes([1]) + b"Saturday February Dec pm 05 07",
+        "cut": fmt(b"%d%?(") + bytes([0]) + b"5",
     },
 }
 

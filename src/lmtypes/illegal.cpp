@@ -28,8 +28,6 @@ int RefuseGetValue(void*, unsigned, unsigned char, unsigned char) { return LM_ER
 constinit LmTypeDesc LmDesc_illegal = IllegalRow("illegal", "LmRES_T", 0, 1, "illegal");
 
 // Value types whose handlers are still to come.
-constinit LmTypeDesc LmDesc_LmDate = IllegalRow("LmDate", "LmDATE_T", 4, 1, "%a %e.%b %Y");
-constinit LmTypeDesc LmDesc_LmTime = IllegalRow("LmTime", "LmTIME_T", 3, 1, "%I:%M:%S %p");
 constinit LmTypeDesc LmDesc_LmDateTime = IllegalRow("LmDateTime", "LmDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p");
 constinit LmTypeDesc LmDesc_d_Date = IllegalRow("d_Date", "D_DATE_T", 4, 1, "%a %b %e");
 constinit LmTypeDesc LmDesc_d_Time = IllegalRow("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p");

@@ -1,5 +1,8 @@
 // The manager's value services that do work of their own: stepping a value to the
 // next key, the null fallback, time stamps, printing and scanning by type id.
+#include <cstddef>
+
+#include "lmdtformat.h"
 #include "lmslots.h"
 #include "lmstring.h"
 #include "lmtypemgr.h"
@@ -80,17 +83,29 @@ int LmTypeMgr::SetNullValue(char id, void* value) const {
 // takes its own source from it: ids 12, 19 and 40 (LmDate, LmDateTime, LmDateTimeN)
 // the record itself, id 13 (LmTime) its hour field, ids 22, 23 and 24 (d_Date,
 // d_Time, d_Timestamp) a value built from its fields, the float second adding the
-// fraction unscaled. Those classes are not part of the library yet and their Store
-// slots are the harmless ones of "illegal", so today every id hands a null source to
-// its Store slot, as every id without a source does: ask capability 3 first.
+// fraction unscaled. The standard family is not part of the library yet and its
+// Store slots are the harmless ones of "illegal"; until it comes, those ids hand a
+// null source to their Store slot, as every id without a source does: ask
+// capability 3 first.
 int LmTypeMgr::StoreTimeStamp(char id, void* dest, unsigned char format, void* stamp) const {
     if (stamp == nullptr) return LM_ERR_NOT_SUPPORTED;
     const void* source = nullptr;
+    switch (static_cast<signed char>(id)) {
+        case LmDATE_T:
+        case LmDATIME_T:
+        case LmDATIME_N_T:
+            source = stamp;
+            break;
+        case LmTIME_T:
+            source = static_cast<const unsigned char*>(stamp) + offsetof(LmDateTimeNRecord, hour);
+            break;
+        default:
+            break;
+    }
     return static_cast<int>(Desc(id)->Store(dest, source, format, 1));
 }
 
-LmString& LmTypeMgr::PrintToLmString(char id, LmString& out, void* value, const char* format,
-                                     unsigned count) const {
+LmString& LmTypeMgr::PrintToLmString(char id, LmString& out, void* value, const char* format, unsigned count) const {
     const LmTypeDesc* desc = Desc(id);
     if (desc->PrintToString == nullptr) return out;
     if (format == nullptr) format = desc->exchangeFormat;

@@ -24,17 +24,18 @@ void Now(int64_t& seconds, int32_t& nanos) {
     nanos = static_cast<int32_t>(ts.tv_nsec);
 }
 
-// Offset of local time from UTC at `seconds`, in seconds; false if unknown.
-bool ZoneSecondsAt(int64_t seconds, int32_t& offset) {
+// Offset of local time from UTC at `seconds`, in seconds; false if unknown. Wide,
+// so that a pinned offset of any size is exact.
+bool ZoneSecondsAt(int64_t seconds, int64_t& offset) {
     if (zonePinned) {
         if (pinnedZoneMinutes == LMBASE_NO_TIMEZONE) return false;
-        offset = pinnedZoneMinutes * 60;
+        offset = int64_t{pinnedZoneMinutes} * 60;
         return true;
     }
     const time_t t = static_cast<time_t>(seconds);
     tm local{};
     if (localtime_r(&t, &local) == nullptr) return false;
-    offset = static_cast<int32_t>(local.tm_gmtoff);
+    offset = local.tm_gmtoff;
     return true;
 }
 
@@ -68,10 +69,10 @@ void Split(int64_t seconds, bdate& date, btime& time) {
 void Local(bdate& date, btime& time, int32_t& nanos) {
     int64_t seconds = 0;
     Now(seconds, nanos);
-    int32_t offset = 0;
+    int64_t offset = 0;
     if (!ZoneSecondsAt(seconds, offset)) offset = 0;
     Split(seconds + offset, date, time);
-    time.zone = offset;
+    time.zone = static_cast<int32_t>(offset);
 }
 
 void Utc(bdate& date, btime& time, int32_t& nanos) {
@@ -104,9 +105,9 @@ int bksgettimezone() {
     int64_t seconds = 0;
     int32_t nanos = 0;
     Now(seconds, nanos);
-    int32_t offset = 0;
+    int64_t offset = 0;
     if (!ZoneSecondsAt(seconds, offset)) return LMBASE_NO_TIMEZONE;
-    return offset / 60;
+    return static_cast<int>(offset / 60);
 }
 
 void bksGetHiresTime(bdate& date, btime& time, int& nanoseconds) {
@@ -119,6 +120,12 @@ void bksGetHiresTimeUTC(bdate& date, btime& time, int& nanoseconds) {
     int32_t nanos = 0;
     Utc(date, time, nanos);
     nanoseconds = nanos;
+}
+
+void bksGetEpochTime(int64_t& seconds, int& milliseconds) {
+    int32_t nanos = 0;
+    Now(seconds, nanos);
+    milliseconds = nanos / 1000000;
 }
 
 void bksPinClock(int64_t secondsSinceEpoch, int32_t nanoseconds) {

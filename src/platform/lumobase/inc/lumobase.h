@@ -173,6 +173,9 @@ LMBASE_EXPORT void bksgetsystemtime(btime* time, bdate* date);  // UTC time and 
 LMBASE_EXPORT int bksgettimezone();                             // offset in minutes, or LMBASE_NO_TIMEZONE
 LMBASE_EXPORT void bksGetHiresTime(bdate& date, btime& time, int& nanoseconds);     // local
 LMBASE_EXPORT void bksGetHiresTimeUTC(bdate& date, btime& time, int& nanoseconds);  // UTC
+// Seconds since 1970-01-01 00:00:00 UTC and the milliseconds within that second
+// (0 to 999), as the C library's millisecond clock gives them.
+LMBASE_EXPORT void bksGetEpochTime(int64_t& seconds, int& milliseconds);
 
 // Pinning, for tests and for callers that replay a recorded moment. A pinned
 // clock answers the given instant (seconds and nanoseconds since 1970-01-01
