@@ -122,8 +122,11 @@ struct Operation {
     void (*run)(Trial&);
 };
 
-// A stored record of 300 letters: its text is longer than the stack scratch buffer.
-Bytes LongRecord(char letter) { return Cat({Hex("3001 0101"), Bytes(300, static_cast<uint8_t>(letter)), Hex("00FF")}); }
+// A stored record of n letters (300: longer than the stack scratch buffer of 254 bytes).
+Bytes LongRecord(char letter, uint16_t n = 300) {
+    const uint16_t length = static_cast<uint16_t>(n + 4);
+    return Cat({Of(&length, 2), Hex("0101"), Bytes(n, static_cast<uint8_t>(letter)), Hex("00FF")});
+}
 
 // The bounds one evaluation hands out; a null key stays empty.
 struct Keys {
@@ -394,14 +397,16 @@ const Operation kOperations[] = {
      }},
     {"ValueArraysCreate", true,
      [](Trial& t) {
-         // One request each, from the nothrow allocator: a refusal answers null.
-         const char ids[] = {LmSEAL_T, LmBOOLEAN_T, LmINT64_T, LmISTRING_T, LmCASEISTRING_T};
-         void* made[5] = {};
+         // One request each, from the nothrow allocator: a refusal answers null. A date
+         // reads the clock: the C library's time zone is loaded before the countdown.
+         const char ids[] = {LmSEAL_T, LmBOOLEAN_T, LmINT64_T, LmISTRING_T, LmCASEISTRING_T, LmDATE_T, LmTIME_T};
+         void* made[7] = {};
+         mgr.Delete(LmDATE_T, mgr.Create(LmDATE_T, 1), 1);
          t.Armed([&] {
-             for (int i = 0; i < 5 && (i == 0 || made[i - 1] != nullptr); ++i) made[i] = mgr.Create(ids[i], 3);
+             for (int i = 0; i < 7 && (i == 0 || made[i - 1] != nullptr); ++i) made[i] = mgr.Create(ids[i], 3);
          });
          EXPECT_FALSE(t.threw);
-         for (int i = 0; i < 5; ++i) {
+         for (int i = 0; i < 7; ++i) {
              EXPECT_EQ(made[i] == nullptr, t.Refused() && i + 1 >= countdown.failAt) << int{ids[i]};
              if (made[i] != nullptr && i < 3) {
                  EXPECT_EQ(Of(made[i], 3), Bytes(3, 0));  // zero seals, false booleans, 0
@@ -465,7 +470,7 @@ const Operation kOperations[] = {
     {"ComparisonsAllocateNothing", false,
      [](Trial& t) {
          const Bytes whole = Hex("0C00 FE01 0C50105014501850 00FF"), cut = Hex("0A00 FE01 0C5010501450");
-         const Bytes record = Hex("0A00 FD01 610062006300 00FF");
+         const Bytes record = Hex("0A00 FD01 610062006300 00FF"), stackFull = LongRecord('s', 254);
          int status = -1, sum = 0;
          unsigned hash = 0;
          const LmTypeCmpFunc cmp = mgr.CmpFuncPtrGet(LmSTRING_T);
@@ -474,6 +479,8 @@ const Operation kOperations[] = {
                         status);
              sum += cmp(1, 12, const_cast<uint8_t*>(record.data()), 12, const_cast<uint8_t*>(record.data()), 0x10, 1,
                         status);
+             sum += cmp(1, 0, const_cast<uint8_t*>(stackFull.data()), 0, const_cast<uint8_t*>(stackFull.data()), 0x10,
+                        1, status);  // 254 bytes still fit the stack
              hash = mgr.Hash(LmSTRING_T, 12, const_cast<uint8_t*>(record.data()), 1, 1, status);
              sum += LmStrCmp(1, 2, "Stra\337e und Meer", 253, 2, u"strasse-und meer", 0, -1, 1, nullptr) > 0;
              sum += LmStrCmp(1, 1, "abc", 1, 1, "abc*", 0, -1, 1, nullptr);  // a trailing asterisk needs no candidate
