@@ -269,8 +269,11 @@ TEST(TypeMgrTable, GoldenRowsAndTheLegacyTable) {
         EXPECT_EQ(desc->reserved, nullptr);
         EXPECT_EQ(std::count(LmTypeTableCurrent, LmTypeTableCurrent + LmTypeCountCurrent, desc), 1);
     }
-    // The plain numbers and "illegal" have no null of their own.
-    for (int id : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 42, 43, 46}) EXPECT_EQ(Current(id)->SetNullValue, nullptr);
+    // The plain numbers, the fixed-form strings, the standard family, LmInt64, LmSeal and
+    // "illegal" have no null of their own.
+    for (int id : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 20, 21, 22, 23, 24, 25, 26, 39, 42, 43, 46}) {
+        EXPECT_EQ(Current(id)->SetNullValue, nullptr) << id;
+    }
 
     // The legacy table shares every record but that of id 11, whose record has no null:
     // the shared never-null test, no setter, the shared refusing GetValue.
