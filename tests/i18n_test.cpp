@@ -238,6 +238,8 @@ TEST(I18nCollation, OrderWordsOfPlainCharactersAndTables) {
     for (uint16_t v = 0; v < 0x100; ++v) EXPECT_EQ(latin1->lookup(v)->order, Order(v)) << v;
     for (char16_t v : std::u16string_view(u"\u0200\u0391\u1FFF\u2065\u20CF\u4E00\uFFFF"))
         EXPECT_EQ(Unicode(v), nullptr);
+    for (char16_t v : std::u16string_view(u"\u2000\u2064\u2066\u206F\u20A0\u20C0"))  // the ends of the runs
+        EXPECT_NE(Unicode(v), nullptr) << int{v};
     EXPECT_EQ(latin1->lookup(0x100), nullptr);
     EXPECT_EQ(Set(LM_CODESET_CP1252)->collation, nullptr);
     EXPECT_EQ(Set(LM_CODESET_LATIN9)->collation, nullptr);

@@ -152,6 +152,9 @@ TEST(ScalarText, ScanByFamily) {
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "99999999999", "%d", 7), 1215752191);  // low 32 bits
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "x=9", "x=%d", 7), 9);
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "ab 9", "%*s %d", 7), 9);
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "abc42", "%*[a-z]%d", 7), 42);  // a skipped set
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "ab]5", "%*[^]]]%d", 7), 5);     // a ']' first belongs to the set
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "abc42", "%*[a-z%d", 7), 7);     // a set without its end reads nothing
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "0x1f", "%i", 7), 31);
     EXPECT_EQ(Scan<uint32_t>(LmU4B_T, "4294967295", "%lu", 7), 0xFFFFFFFFu);
     EXPECT_EQ(Scan<uint32_t>(LmBLOCKID_T, "#12", "#%lu", 7), 12u);
