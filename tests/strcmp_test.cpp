@@ -335,6 +335,7 @@ TEST(StrCmpChar, OperatorFamily) {
                                          {eAcute >= 'f', 0},
                                          {eAcute < static_cast<unsigned short>('f'), 1},
                                          {eAcute <= static_cast<unsigned short>('e'), 0},
+                                         {a <= static_cast<unsigned short>('a'), 1},
                                          {b != static_cast<unsigned short>('a'), 0x400},
                                          {LmChar('x') == '*', 1},
                                          {LmChar('*') == 'x', 0},
