@@ -202,6 +202,9 @@ TEST(BaseClock, PinnedAndUnpinned) {
     bksPinClock(-1, 0);  // the second before the epoch
     bksgetsystemtime(&time, &date);
     EXPECT_EQ(Moment(date, time), "1969-12-31 23:59:59");
+    bksPinClock(3600, 0);  // the first second of an hour
+    bksgetsystemtime(&time, &date);
+    EXPECT_EQ(Moment(date, time), "1970-01-01 01:00:00");
     bksPinTimeZone(LMBASE_NO_TIMEZONE);
     EXPECT_EQ(bksgettimezone(), -2171);
     bksUnpinTimeZone();
