@@ -2,19 +2,11 @@
 // golden disk images in both byte orders and the hash codes; the class members; and
 // images that are cut or forged, which must give 0 or LM_ERR_OUT_OF_DATA and never a
 // read beyond the bytes given.
-#include <gtest/gtest.h>
+#include "testkit.h"
 
-#include <cstdint>
-#include <cstring>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "lumotypes.h"
+using namespace lmtest;
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
 
 std::string Text(const LmString& s) { return s.StrGet(); }
 
@@ -29,13 +21,6 @@ LmBlob Null() {
     LmBlob b;
     b.SetNullValue();
     return b;
-}
-
-// A heap copy of exactly these bytes, so that the address sanitizer sees a read past them.
-std::unique_ptr<uint8_t[]> Exact(const Bytes& bytes) {
-    std::unique_ptr<uint8_t[]> p(new uint8_t[bytes.size()]);
-    if (!bytes.empty()) std::memcpy(p.get(), bytes.data(), bytes.size());
-    return p;
 }
 
 struct State {

@@ -3,13 +3,7 @@
 // decimal, the unsigned 32-bit types and the floating ones through "%.17g", and text
 // comes back through the number casts of LmString cut to the type's width. Who frees
 // what is checked by the sanitizer build: a leak or a double free fails it.
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <cstring>
-#include <string>
-
-#include "lumotypes.h"
+#include "testkit.h"
 
 namespace {
 
@@ -85,20 +79,32 @@ TEST(Convert, Numbers) {
         const char* text;
         bool fromText;
     } cases[] = {
-        {Lm1B_T, 0x41, "65", false}, {Lm1B_T, 0x80, "-128", false}, {LmU1B_T, 200, "200", false},
-        {Lm2B_T, 0x8000, "-32768", false}, {LmU2B_T, 65535, "65535", false}, {Lm4B_T, 0xFFFFFFFF, "-1", false},
-        {LmENUM_T, 5, "5", false}, {LmU4B_T, 4000000000u, "4000000000", false},
-        {LmBLOCKID_T, 2147483648u, "2147483648", false}, {LmUNSIGNED_T, 4294967295u, "4294967295", false},
+        {Lm1B_T, 0x41, "65", false},
+        {Lm1B_T, 0x80, "-128", false},
+        {LmU1B_T, 200, "200", false},
+        {Lm2B_T, 0x8000, "-32768", false},
+        {LmU2B_T, 65535, "65535", false},
+        {Lm4B_T, 0xFFFFFFFF, "-1", false},
+        {LmENUM_T, 5, "5", false},
+        {LmU4B_T, 4000000000u, "4000000000", false},
+        {LmBLOCKID_T, 2147483648u, "2147483648", false},
+        {LmUNSIGNED_T, 4294967295u, "4294967295", false},
         {Lm8B_T, 0x8000000000000000u, "-9223372036854775808", false},
         {LmU8B_T, 12345678901234u, "12345678901234", false},
         {LmDOUBLE_T, 0xFE37E43C8800759Cu /* -1e300 */, "-1.0000000000000001e+300", false},
         {LmFLOAT_T, 0x3DCCCCCDu /* 0.1f */, "0.10000000149011612", false},
         // Text to value: cut to the width; the unsigned 32-bit types truncate a double
         // to 64 bits and keep the low 32, a number beyond 64 bits gives 0.
-        {Lm1B_T, 0x7F, "-129", true}, {LmU1B_T, 44, "300", true}, {LmU2B_T, 4464, "70000", true},
-        {Lm4B_T, 16, "0x10", true}, {Lm4B_T, 0, nullptr, true}, {LmU4B_T, 4294967295u, "-1", true},
-        {LmU4B_T, 0, "4294967296.9", true}, {LmU4B_T, 3000000000u, "3000000000.7", true},
-        {LmU4B_T, 0, "1e30", true}, {LmU8B_T, 0xFFFFFFFFFFFFFFFFu, "-1", true},
+        {Lm1B_T, 0x7F, "-129", true},
+        {LmU1B_T, 44, "300", true},
+        {LmU2B_T, 4464, "70000", true},
+        {Lm4B_T, 16, "0x10", true},
+        {Lm4B_T, 0, nullptr, true},
+        {LmU4B_T, 4294967295u, "-1", true},
+        {LmU4B_T, 0, "4294967296.9", true},
+        {LmU4B_T, 3000000000u, "3000000000.7", true},
+        {LmU4B_T, 0, "1e30", true},
+        {LmU8B_T, 0xFFFFFFFFFFFFFFFFu, "-1", true},
         {LmFLOAT_T, 0x3F000000u /* 0.5f */, "0.5", true},
     };
     for (const Case& c : cases) {
@@ -146,7 +152,9 @@ TEST(Convert, OldOneStringForm) {
         const char* b;
         std::string expected;
     } writes[] = {
-        {"ab", "c", "ab\x01" "c\x01"},
+        {"ab", "c",
+         "ab\x01"
+         "c\x01"},
         {"\x01x", "\x02", "\x01x\x03\x02\x03"},
         {all, "", std::string(all) + ",,"},
     };

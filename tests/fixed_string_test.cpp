@@ -229,6 +229,7 @@ TEST(FixedStringDisk, SortFormKeys) {
     EXPECT_EQ(Key(LmCaseIString("M\xFCller"), 6), (Bytes{0xC0, 0x03, 0x00, 0x85, 0xA5, 0x00}));
     EXPECT_EQ(Key(LmCaseIString("a\xDF"), 6), (Bytes{0xC0, 0x02, 0x00, 0x54, 0x00}));
     EXPECT_EQ(Key(LmCaseIString("ab"), 3), Bytes{});
+    EXPECT_EQ(Key(LmCaseIString("ab"), 4), (Bytes{0xC0, 0x01, 0x00, 0x00}));  // room for the header and the zero
     LmCaseIString two[2] = {LmCaseIString("ab"), LmCaseIString("cd")};  // the first fills the key
     Bytes array(6, 0xEE);
     EXPECT_EQ(mgr.Translate(LmCASEISTRING_T, array.data(), 0x81, 6, two, LmFormatMemory, 0, 2), 6u);

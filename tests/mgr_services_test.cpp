@@ -1,19 +1,13 @@
 // The manager's value services: stepping values to the next key in memory and on
 // disk, the null fallback, time stamps, printing and scanning through the manager.
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <cstdint>
-#include <cstring>
 #include <limits>
-#include <utility>
-#include <vector>
 
-#include "lumotypes.h"
+#include "testkit.h"
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
+using lmtest::Bytes;
 using Result = std::pair<int, uint64_t>;  // status, the value's bytes least significant first
 const LmTypeMgr mgr(5);
 constexpr unsigned char kOddModes[] = {2, 0, 'A', 'n'}, kModes[] = {'M', 'N', 'O'}, kKeyRefused[] = {1, 2, 8};
@@ -45,11 +39,17 @@ TEST(MgrGetValue, IntegersAtTheirLimits) {
         unsigned width;
         uint64_t smallest, largest;
     };
-    const Row rows[] = {{Lm1B_T, 1, 0x80, 0x7F}, {LmU1B_T, 1, 0, 0xFF}, {Lm2B_T, 2, 0x8000, 0x7FFF},
-                        {LmU2B_T, 2, 0, 0xFFFF}, {Lm4B_T, 4, 0x80000000u, 0x7FFFFFFFu},
-                        {LmINT_T, 4, 0x80000000u, 0x7FFFFFFFu}, {LmU4B_T, 4, 0, 0xFFFFFFFFu},
-                        {LmUNSIGNED_T, 4, 0, 0xFFFFFFFFu}, {LmBLOCKID_T, 4, 0, 0xFFFFFFFFu},
-                        {Lm8B_T, 8, 0x8000000000000000ull, 0x7FFFFFFFFFFFFFFFull}, {LmU8B_T, 8, 0, ~0ull}};
+    const Row rows[] = {{Lm1B_T, 1, 0x80, 0x7F},
+                        {LmU1B_T, 1, 0, 0xFF},
+                        {Lm2B_T, 2, 0x8000, 0x7FFF},
+                        {LmU2B_T, 2, 0, 0xFFFF},
+                        {Lm4B_T, 4, 0x80000000u, 0x7FFFFFFFu},
+                        {LmINT_T, 4, 0x80000000u, 0x7FFFFFFFu},
+                        {LmU4B_T, 4, 0, 0xFFFFFFFFu},
+                        {LmUNSIGNED_T, 4, 0, 0xFFFFFFFFu},
+                        {LmBLOCKID_T, 4, 0, 0xFFFFFFFFu},
+                        {Lm8B_T, 8, 0x8000000000000000ull, 0x7FFFFFFFFFFFFFFFull},
+                        {LmU8B_T, 8, 0, ~0ull}};
     for (const Row& r : rows) {
         SCOPED_TRACE(static_cast<int>(r.id));
         EXPECT_EQ(SlotStep(r.id, r.width, r.largest, 2), Result(0, r.smallest));
@@ -82,7 +82,7 @@ TEST(MgrGetValue, NextFloatValue) {
     EXPECT_EQ(Next(LmDOUBLE_T, -2.0), std::make_pair(0, -1.9999999999999998));
     EXPECT_EQ(Next(LmDOUBLE_T, -1.0, 'M'), std::make_pair(0, -0x1.fffffffffffffp-1));
     EXPECT_EQ(Next(LmDOUBLE_T, 0x1p-1074), std::make_pair(0, 0x1p-1022));  // a subnormal: MIN
-    EXPECT_EQ(Next(LmDOUBLE_T, -0x1p-1022), std::make_pair(0, 0.0));     // -MIN: 0
+    EXPECT_EQ(Next(LmDOUBLE_T, -0x1p-1022), std::make_pair(0, 0.0));       // -MIN: 0
     EXPECT_EQ(Next(LmDOUBLE_T, -inf), std::make_pair(0, -1.7976931348623157e308));
     EXPECT_EQ(Next(LmDOUBLE_T, inf), std::make_pair(2091, inf));
     EXPECT_EQ(Next(LmDOUBLE_T, 1.7976931348623157e308).first, 2091);

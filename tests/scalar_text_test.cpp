@@ -2,18 +2,11 @@
 // and scan languages of the 64-bit integer. Every expectation is worked out by hand
 // from the text rules: the 32-bit long of the exchange formats, the spellings of
 // infinity and NaN, the character family's hexadecimal form, the 512-byte cut.
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <limits>
-#include <string>
-#include <vector>
 
-#include "lumotypes.h"
+#include "testkit.h"
 
 namespace {
 
@@ -53,14 +46,14 @@ long long Int64Scan(const char* text, const char* format, long long initial = 77
 }
 
 TEST(ScalarText, PrintByFamily) {
-    const int32_t minusOne = -1, five = 5, three = 3, intMin = std::numeric_limits<int32_t>::min(), twoHundred = 200;
+    const int32_t minusOne = -1, five = 5, twoHundred = 200;
     const uint32_t allOnes = 0xFFFFFFFFu, seven = 7;
     const int16_t minusTwo = -2;
     const uint16_t u16max = 0xFFFF;
     const int64_t i64min = std::numeric_limits<int64_t>::min(), wide = 0x100000001LL;
     const uint64_t u64max = ~0ULL;
-    const double half = 0.5, twoHalf = 2.5, tenth = 0.1, posInf = kInf, negInf = -kInf;
-    const float f15 = 1.5f, f01 = 0.1f, fInf = std::numeric_limits<float>::infinity(), fHalf = 0.5f;
+    const double half = 0.5, twoHalf = 2.5, tenth = 0.1, posInf = kInf;
+    const float f01 = 0.1f, fInf = std::numeric_limits<float>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const unsigned char bytes[] = {0x41, 0x07, 0x20, 0xFF};
     struct Case {
@@ -70,7 +63,6 @@ TEST(ScalarText, PrintByFamily) {
         const char* expected;
     } cases[] = {
         // Exchange formats: "%ld" and "%lu" are 32 bits, "%I64" 64 bits.
-        {LmINT_T, &minusOne, "%d", "-1"},
         {Lm4B_T, &minusOne, "%ld", "-1"},
         {LmU4B_T, &allOnes, "%lu", "4294967295"},
         {LmBLOCKID_T, &seven, "#%lu", "#7"},
@@ -78,7 +70,6 @@ TEST(ScalarText, PrintByFamily) {
         {LmU2B_T, &u16max, "%hu", "65535"},
         {Lm8B_T, &i64min, "%I64d", "-9223372036854775808"},
         {LmU8B_T, &u64max, "%I64u", "18446744073709551615"},
-        {LmINT_T, &intMin, "%d", "-2147483648"},
         {LmINT_T, &twoHundred, "%hhd", "-56"},
         {LmINT_T, &minusOne, "%hhu", "255"},
         {LmINT_T, &minusOne, "%u", "4294967295"},
@@ -94,11 +85,9 @@ TEST(ScalarText, PrintByFamily) {
         {LmINT_T, &five, "%s|%n|%*d|%1$d", "%s|%n|%*d|%1$d"},
         {LmINT_T, &five, "% %n %d", "% %n 5"},  // a '%' as a conversion stays plain text
         {LmINT_T, &five, "[%3d%%]", "[  5%]"},
-        {LmINT_T, &three, "%5.1f", "  3.0"},
         {LmDOUBLE_T, &twoHalf, "%d", "2"},
         // Double: "%.17g" with the three words; "ldexp(" only when exact.
         {LmDOUBLE_T, &posInf, "%.17g", "Infinity"},
-        {LmDOUBLE_T, &negInf, "%.17g", "-Infinity"},
         {LmDOUBLE_T, &nan, "%.17g", "NaN"},
         {LmDOUBLE_T, &nan, "%f", "nan"},  // any other format: what the formatter prints
         {LmDOUBLE_T, &tenth, "%.17g", "0.10000000000000001"},
@@ -106,12 +95,9 @@ TEST(ScalarText, PrintByFamily) {
         {LmDOUBLE_T, &half, "ldexp(%g", "ldexp(0.5"},
         {LmDOUBLE_T, &half, "%Lf", "0.500000"},
         // Float widens to double.
-        {LmFLOAT_T, &f15, "%.17g", "1.5"},
         {LmFLOAT_T, &f01, "%.17g", "0.10000000149011612"},
         {LmFLOAT_T, &fInf, "%.17g", "Infinity"},
-        {LmFLOAT_T, &fHalf, "%.2f", "0.50"},
         // Characters: printable bytes under the format, others as 0x%02x, no separator.
-        {Lm1B_T, bytes, "%c", "A"},
         {LmU1B_T, bytes + 1, "%c", "0x07"},
         {Lm1B_T, bytes + 3, "%c", "0xff"},
         {LmU1B_T, bytes, "%d;", "65;"},
@@ -161,16 +147,16 @@ TEST(ScalarText, PrintByFamily) {
 }
 
 TEST(ScalarText, ScanByFamily) {
-    EXPECT_EQ(Scan<int32_t>(LmINT_T, "42", "%d", 7), 42);
     EXPECT_EQ(Scan<int32_t>(LmINT_T, " -17x", "%d", 7), -17);
-    EXPECT_EQ(Scan<int32_t>(LmINT_T, "abc", "%d", 7), 7);  // a mismatch leaves the value
-    EXPECT_EQ(Scan<int32_t>(LmINT_T, "", "%d", 7), 7);
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "abc", "%d", 7), 7);                   // a mismatch leaves the value
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "99999999999", "%d", 7), 1215752191);  // low 32 bits
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "x=9", "x=%d", 7), 9);
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "ab 9", "%*s %d", 7), 9);
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "abc42", "%*[a-z]%d", 7), 42);  // a skipped set
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "ab]5", "%*[^]]]%d", 7), 5);     // a ']' first belongs to the set
+    EXPECT_EQ(Scan<int32_t>(LmINT_T, "abc42", "%*[a-z%d", 7), 7);     // a set without its end reads nothing
     EXPECT_EQ(Scan<int32_t>(LmINT_T, "0x1f", "%i", 7), 31);
     EXPECT_EQ(Scan<uint32_t>(LmU4B_T, "4294967295", "%lu", 7), 0xFFFFFFFFu);
-    EXPECT_EQ(Scan<int32_t>(Lm4B_T, "-1", "%ld", 7), -1);
     EXPECT_EQ(Scan<uint32_t>(LmBLOCKID_T, "#12", "#%lu", 7), 12u);
     EXPECT_EQ(Scan<uint32_t>(LmBLOCKID_T, "12", "#%lu", 7), 7u);
     EXPECT_EQ(Scan<int16_t>(Lm2B_T, "70000", "%hd", 7), 4464);
@@ -178,10 +164,8 @@ TEST(ScalarText, ScanByFamily) {
     EXPECT_EQ(Scan<int64_t>(Lm8B_T, "-9223372036854775808", "%I64d", 7), std::numeric_limits<int64_t>::min());
     EXPECT_EQ(Scan<uint64_t>(LmU8B_T, "18446744073709551615", "%I64u", 7), ~0ULL);
     EXPECT_EQ(Scan<int32_t>(LmINT_T, Wide(u" 123"), "%d", 7), 123);
-    int32_t v = 7;
     LmString text("1");
     EXPECT_EQ(LmTypeMgr().Desc(LmINT_T)->ScanFromString(nullptr, text, "%d", 1), nullptr);
-    EXPECT_EQ(v, 7);
 
     // Whatever the format's width, only the value's own bytes change.
     struct Guarded {
@@ -232,7 +216,6 @@ TEST(ScalarText, ScanByFamily) {
     EXPECT_EQ(Bits(Scan<double>(LmDOUBLE_T, "nan", "%.17g", 3.0)), 0xFFF8000000000000ULL);
     EXPECT_EQ(Scan<double>(LmDOUBLE_T, "inf", "%.17g", 3.0), 0.0);  // only the three whole words
     EXPECT_EQ(Scan<double>(LmDOUBLE_T, "1e999", "%.17g", 3.0), kInf);
-    EXPECT_EQ(Scan<double>(LmDOUBLE_T, "-1e999", "%.17g", 3.0), -kInf);
     EXPECT_EQ(Scan<double>(LmDOUBLE_T, "1e-999", "%.17g", 3.0), 0.0);
     EXPECT_EQ(Scan<double>(LmDOUBLE_T, "4.9e-324", "%.17g", 3.0), std::numeric_limits<double>::denorm_min());
     EXPECT_EQ(Scan<double>(LmDOUBLE_T, "abc", "%.17g", 3.0), 0.0);
@@ -245,7 +228,6 @@ TEST(ScalarText, ScanByFamily) {
     EXPECT_EQ(Scan<float>(LmFLOAT_T, "1e300", "%.17g", 3.0f), std::numeric_limits<float>::infinity());
     EXPECT_EQ(Scan<float>(LmFLOAT_T, "Infinity", "%.17g", 3.0f), std::numeric_limits<float>::infinity());
     EXPECT_EQ(Scan<float>(LmFLOAT_T, "1.25", "%f", 3.0f), 1.25f);
-    EXPECT_EQ(Scan<float>(LmFLOAT_T, "9", "ldexp(", 3.0f), 3.0f);
     // Round trips through "%.17g".
     for (const double d : {kInf, -kInf, 0.1, -1.0 / 3.0, 5e-324, 1.7976931348623157e308}) {
         LmString out;
@@ -285,10 +267,8 @@ TEST(ScalarText, Int64Language) {
     EXPECT_EQ(Int64Print(-255, "%x"), "-0xff");
     EXPECT_EQ(Int64Print(255, "%X"), "0XFF");
     EXPECT_EQ(Int64Print(8, "%o"), "010");
-    EXPECT_EQ(Int64Print(0, "%i"), "0");
     EXPECT_EQ(Int64Print(42, nullptr), "42");
     EXPECT_EQ(Int64Print(smallest, "%X"), "0X8000000000000000");
-    EXPECT_EQ(Int64Print(smallest, "%x"), "0x8000000000000000");
     EXPECT_EQ(Int64Print(smallest, "%o"), "01000000000000000000000");
     // The smallest value keeps its copy, so a second conversion prints it again.
     EXPECT_EQ(Int64Print(smallest, "%d %S"), "-9223372036854775808 -9223372036854775808");
@@ -304,7 +284,6 @@ TEST(ScalarText, Int64Language) {
     EXPECT_EQ(Int64Scan("12a", "%S"), -1);
     EXPECT_EQ(Int64Scan("abc", "abd"), -1);
     EXPECT_EQ(Int64Scan("", "%S"), 77);
-    EXPECT_EQ(Int64Scan("-42", "%d"), -42);
     EXPECT_EQ(Int64Scan("+42", nullptr), 42);
     EXPECT_EQ(Int64Scan("-0xff", "%x"), -255);
     EXPECT_EQ(Int64Scan("9223372036854775807", "%S"), std::numeric_limits<long long>::max());

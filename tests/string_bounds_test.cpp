@@ -232,6 +232,8 @@ TEST(StringBounds, TailoredLanguages) {
         EXPECT_EQ(Record(r.lower), Key(c.prefix, c.language)) << int(c.language) << " " << c.prefix;
         EXPECT_EQ(Record(r.upper), PaddedKey(c.prefix, c.language)) << int(c.language) << " " << c.prefix;
     }
+    // Without a wildcard a key of one family is exact in every language.
+    EXPECT_EQ(Evaluate(LmSTRING_T, Key("M\xFC", 2), &lo, &hi, EQ).op, EQ);
     // Frozen: M 0x403C, u with diaeresis 0x535C, the pad 0xFFFE.
     const Result mu = Evaluate(LmSTRING_T, Key("M\xFC*", 2), nullptr, nullptr, EQ);
     EXPECT_EQ(mu.lower, (Bytes{8, 0, 0xFE, 1, 0x3C, 0x40, 0x5C, 0x53, 0, 0xFF}));

@@ -445,10 +445,11 @@ unsigned LmBlob::Hash(unsigned char format, unsigned len, void* value, unsigned 
 LmTypeConvertData* LmBlob::ConvertTo(void* value, unsigned count) {
     LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     const auto* blobs = static_cast<const LmBlob*>(value);
     for (unsigned i = 0; i < count; ++i)
         if (blobs[i].IsNullValue() != 0) strings[i].SetNullValue();  // the bytes are not converted
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 // The texts are not taken: an element stays as Create made it, or is null.

@@ -122,6 +122,7 @@ template <typename T>
 LmTypeConvertData* ConvertToText(const LmTypeDesc& desc, void* value, unsigned count) {
     LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     T* values = static_cast<T*>(value);
     for (unsigned i = 0; i < count; ++i) {
         if (T::IsNull(values + i) != 0) {
@@ -130,7 +131,7 @@ LmTypeConvertData* ConvertToText(const LmTypeDesc& desc, void* value, unsigned c
             T::PrintToString(strings[i], values + i, desc.exchangeFormat, 1);
         }
     }
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 // A missing or null string gives the null value of the type.
@@ -138,6 +139,7 @@ template <typename T>
 void* ConvertFromText(const LmTypeDesc& desc, LmTypeConvertData* data, unsigned count) {
     T* values = static_cast<T*>(T::Create(count));
     if (values == nullptr) return nullptr;
+    CreatedArray owned(values, T::Delete, count);
     for (unsigned i = 0; i < count; ++i) {
         LmString* text = data != nullptr ? data->GetString(static_cast<int>(i)) : nullptr;
         if (text == nullptr || text->IsNullValue() != 0) {
@@ -146,7 +148,7 @@ void* ConvertFromText(const LmTypeDesc& desc, LmTypeConvertData* data, unsigned 
             T::ScanFromString(values + i, *text, desc.exchangeFormat, 1);
         }
     }
-    return values;
+    return owned.Release();
 }
 
 // With asNull 0 what the type makes of empty texts; otherwise created values, each

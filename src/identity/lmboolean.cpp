@@ -54,6 +54,7 @@ unsigned BooleanHash(unsigned char, unsigned len, void* value, unsigned count, i
 LmTypeConvertData* BooleanConvertToLmString(void* value, unsigned count) {
     auto* strings = static_cast<LmString*>(LmDesc_LmString.Create(count));
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     const auto* bytes = static_cast<const unsigned char*>(value);
     for (unsigned i = 0; i < count; ++i) {
         if (bytes[i] == LmBoolean::NullByte)
@@ -61,7 +62,7 @@ LmTypeConvertData* BooleanConvertToLmString(void* value, unsigned count) {
         else
             strings[i] += LmString(bytes[i] == 1 ? "1" : "0");
     }
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 // The first character of a text, of one or two bytes; 0 for an empty text.

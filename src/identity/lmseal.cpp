@@ -180,14 +180,15 @@ void* SealScanFromString(void* value, LmString& text, const char*, unsigned) {
 LmTypeConvertData* SealConvertToLmString(void* value, unsigned count) {
     auto* strings = reinterpret_cast<LmString*>(NewArray(count, static_cast<size_t>(count) * sizeof(LmString)));
     if (strings == nullptr) return nullptr;
+    for (unsigned i = 0; i < count; ++i) new (&strings[i]) LmString();  // all built before any text
+    CreatedArray owned(strings, SealDelete, count);
     const auto* in = static_cast<const unsigned char*>(value);
     for (unsigned i = 0; i < count; ++i) {
-        new (&strings[i]) LmString();
         LmSeal s;
         std::memcpy(&s, in + static_cast<size_t>(i) * sizeof s, sizeof s);
         s.PrintToLmString(strings[i]);
     }
-    return LmTypeConvertData::Make(LmSEAL_T, count, strings, nullptr);
+    return owned.Wrap(LmSEAL_T);
 }
 
 // A missing or null string leaves the created seal, all zero.

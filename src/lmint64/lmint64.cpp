@@ -152,10 +152,11 @@ void* Int64ScanFromString(void* value, LmString& text, const char* format, unsig
 LmTypeConvertData* Int64ConvertToLmString(void* value, unsigned count) {
     auto* strings = static_cast<LmString*>(LmDesc_LmString.Create(count));
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     const auto* values = static_cast<const unsigned char*>(value);
     for (unsigned i = 0; i < count; ++i)
         ReadInt64(values + static_cast<size_t>(i) * kWidth).PrintToLmString(strings[i]);
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 // Each string scanned with the default format into the created value; a missing or
@@ -163,11 +164,12 @@ LmTypeConvertData* Int64ConvertToLmString(void* value, unsigned count) {
 void* Int64ConvertFromLmString(LmTypeConvertData* data, unsigned count) {
     auto* values = static_cast<LmInt64*>(Int64Create(count));
     if (values == nullptr) return nullptr;
+    CreatedArray owned(values, Int64Delete, count);
     for (unsigned i = 0; i < count; ++i) {
         const LmString* text = data != nullptr ? data->GetString(static_cast<int>(i)) : nullptr;
         if (text != nullptr && text->IsNullValue() == 0) values[i].ScanFromLmString(*text);
     }
-    return values;
+    return owned.Release();
 }
 
 // Mode 2 gives 0, not the smallest value; 'M' and 'N' step by the increment and

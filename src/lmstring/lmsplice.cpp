@@ -1,6 +1,7 @@
 // The splice through which the string's text changes, the conversion of texts
 // between code sets, and the plain text helpers under both.
 #include <cstring>
+#include <memory>
 
 #include "lmchar.h"
 #include "lmstring.h"
@@ -96,13 +97,15 @@ void LmStringSplice(LmString& string, const void* source, unsigned char sourceCo
 
     const unsigned width = string.Width();
     const auto* src = static_cast<const unsigned char*>(source);
-    unsigned char* converted = nullptr;
+    std::unique_ptr<unsigned char[]> converted;  // the source in the string's code set, when it needs one
     unsigned srcAvailable = ~0u;  // bytes that can be read at src; a caller's text is trusted
     const bool convert = sourceCodeSet != LM_CODESET_NATIVE ? sourceCodeSet != string.codeSet
                                                             : LmCodeSetWidth(LM_CODESET_NATIVE) != width;
     if (src != nullptr && convert) {
-        srcAvailable = LmStringConvertBuffer(sourceCodeSet, string.codeSet, src, converted);
-        src = converted;
+        unsigned char* buffer = nullptr;
+        srcAvailable = LmStringConvertBuffer(sourceCodeSet, string.codeSet, src, buffer);
+        converted.reset(buffer);
+        src = buffer;
     }
 
     // Byte offsets; the character sums stay in 16 bits.
@@ -130,8 +133,10 @@ void LmStringSplice(LmString& string, const void* source, unsigned char sourceCo
     if (wanted < static_cast<long>(width)) wanted = width;  // a replace past the end still keeps a terminator
     const unsigned newSize = static_cast<unsigned>(wanted);
 
-    string.size = static_cast<uint16_t>(newSize);
+    // The buffer is taken before the string changes: a refused allocation leaves the
+    // string as it was.
     auto* fresh = new unsigned char[newSize]();
+    string.size = static_cast<uint16_t>(newSize);
     const unsigned char* old = string.data;
 
     // Every copy stays inside the new buffer; after an overflow the source comes
@@ -170,7 +175,6 @@ void LmStringSplice(LmString& string, const void* source, unsigned char sourceCo
 
     delete[] string.data;
     string.data = fresh;
-    delete[] converted;
 }
 
 // Buffer bytes for `count` characters converted into a code set, terminator

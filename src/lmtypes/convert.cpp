@@ -8,6 +8,7 @@
 // string gives what the type makes of an empty text (strings: null).
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #include "lmconvert.h"
@@ -63,9 +64,10 @@ template <typename T, LmString (*ToText)(T)>
 LmTypeConvertData* NumbersToText(void* value, unsigned count) {
     LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     const T* values = static_cast<const T*>(value);
     for (unsigned i = 0; i < count; ++i) strings[i] += ToText(values[i]);
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 // The shared ConvertFrom shape of the numbers. The wrapper may hold fewer strings
@@ -74,12 +76,13 @@ template <typename T, T (*FromText)(const LmString&)>
 void* NumbersFromText(const LmTypeDesc& desc, LmTypeConvertData* data, unsigned count) {
     T* values = static_cast<T*>(desc.Create(count));
     if (count == 0 || values == nullptr) return values;
+    CreatedArray owned(values, desc.Delete, count);
     const LmString emptyText;
     for (unsigned i = 0; i < count; ++i) {
         const LmString* text = data != nullptr ? data->GetString(static_cast<int>(i)) : nullptr;
         values[i] = FromText(text == nullptr || text->IsNullValue() != 0 ? emptyText : *text);
     }
-    return values;
+    return owned.Release();
 }
 
 // Value to text, one per member. o_char gives its number, not its character; the
@@ -221,6 +224,7 @@ void* O_U8BConvertFromLmString(LmTypeConvertData* data, unsigned count) {
 LmTypeConvertData* StringConvertToLmString(void* value, unsigned count) {
     LmString* strings = ConvertStringsCreate(count);
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     const LmString* values = static_cast<const LmString*>(value);
     for (unsigned i = 0; i < count; ++i) {
         if (values[i].IsNullValue() != 0)
@@ -228,12 +232,13 @@ LmTypeConvertData* StringConvertToLmString(void* value, unsigned count) {
         else
             strings[i] = values[i];
     }
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 void* StringConvertFromLmString(LmTypeConvertData* data, unsigned count) {
     auto* strings = static_cast<LmString*>(LmDesc_LmString.Create(count));
     if (count == 0 || strings == nullptr) return strings;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     for (unsigned i = 0; i < count; ++i) {
         const LmString* text = data != nullptr ? data->GetString(static_cast<int>(i)) : nullptr;
         if (text == nullptr || text->IsNullValue() != 0)
@@ -241,20 +246,18 @@ void* StringConvertFromLmString(LmTypeConvertData* data, unsigned count) {
         else
             strings[i] = *text;
     }
-    return strings;
+    return owned.Release();
 }
 
 // ---- Defaults. ----
 
 void* DefaultFromText(LmTypeConvertFromFunc convertFrom, unsigned count) {
     // The empty texts are the caller's array, not the Create slot's: the wrapper has
-    // no manager and releases nothing, and the array goes here, in reverse order.
-    auto* texts = new LmString[count];
-    LmTypeConvertData* wrapper = LmTypeConvertData::Make(LmSTRING_T, count, texts, nullptr);
-    void* values = convertFrom(wrapper, count);
-    delete wrapper;
-    delete[] texts;
-    return values;
+    // no manager and releases nothing, and the array goes here after it, in reverse
+    // order, also when the allocator throws on the way.
+    const std::unique_ptr<LmString[]> texts(new LmString[count]);
+    const std::unique_ptr<LmTypeConvertData> wrapper(LmTypeConvertData::Make(LmSTRING_T, count, texts.get(), nullptr));
+    return convertFrom(wrapper.get(), count);
 }
 
 void* StringDefaultValue(unsigned count, int asNull) {

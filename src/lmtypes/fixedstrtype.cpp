@@ -505,6 +505,7 @@ template <class T>
 LmTypeConvertData* FixedConvertTo(void* value, unsigned count) {
     auto* strings = static_cast<LmString*>(LmDesc_LmString.Create(count));
     if (strings == nullptr) return nullptr;
+    CreatedArray owned(strings, LmDesc_LmString.Delete, count);
     const auto* values = static_cast<const T*>(value);
     for (unsigned i = 0; i < count; ++i) {
         LmString text(LM_CODESET_NATIVE, 0);
@@ -512,18 +513,19 @@ LmTypeConvertData* FixedConvertTo(void* value, unsigned count) {
         strings[i].SetCodeSet(LM_CODESET_NATIVE);
         strings[i] += text;
     }
-    return LmTypeConvertData::Make(LmSTRING_T, count, strings, nullptr);
+    return owned.Wrap(LmSTRING_T);
 }
 
 template <class T>
 void* FixedConvertFrom(LmTypeConvertData* data, unsigned count) {
     auto* values = static_cast<T*>(FixedCreate<T>(count));
     if (count == 0 || values == nullptr) return values;
+    CreatedArray owned(values, FixedDelete<T>, count);
     for (unsigned i = 0; i < count; ++i) {
         const LmString* text = data != nullptr ? data->GetString(static_cast<int>(i)) : nullptr;
         if (text != nullptr && text->IsNullValue() == 0) AssignNarrow(values[i], *text);
     }
-    return values;
+    return owned.Release();
 }
 
 template <class T>

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "lmconvert.h"
 #include "lmtypedesc.h"
 
 // ---- Operations of row 46, "illegal". None looks at its arguments. ----
@@ -151,6 +152,36 @@ void* StringConvertFromLmString(LmTypeConvertData* data, unsigned count);
 
 // The strings of a ConvertTo slot, made by the Create slot of id 11.
 LmString* ConvertStringsCreate(unsigned count);
+
+// An array from a Create slot, given back through the matching Delete slot if the
+// scope ends before it is handed on: an exception of the allocator while the array
+// is filled leaves nothing behind.
+class CreatedArray {
+public:
+    CreatedArray(void* array, LmTypeDeleteFunc erase, unsigned count) noexcept
+        : array_(array), erase_(erase), count_(count) {}
+    CreatedArray(const CreatedArray&) = delete;
+    CreatedArray& operator=(const CreatedArray&) = delete;
+    ~CreatedArray() {
+        if (array_ != nullptr) erase_(array_, count_);
+    }
+    void* Release() noexcept {
+        void* array = array_;
+        array_ = nullptr;
+        return array;
+    }
+    // The array handed over to a wrapper without a manager, as a ConvertTo slot does.
+    LmTypeConvertData* Wrap(char id) {
+        LmTypeConvertData* wrapper = LmTypeConvertData::Make(id, count_, array_, nullptr);
+        array_ = nullptr;
+        return wrapper;
+    }
+
+private:
+    void* array_;
+    LmTypeDeleteFunc erase_;
+    unsigned count_;
+};
 
 // ---- Default values (convert.cpp). ----
 // What the type's ConvertFrom makes of count empty texts, through a wrapper that
